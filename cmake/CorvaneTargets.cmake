@@ -1,0 +1,28 @@
+# Flags that every target shares, and the one way to declare a layer.
+
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+  set(CMAKE_BUILD_TYPE Release CACHE STRING "Build type" FORCE)
+endif()
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+
+add_library(corvane_flags INTERFACE)
+target_compile_options(corvane_flags INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
+  -Wnon-virtual-dtor -Woverloaded-virtual -Werror
+  # The last bit of a dual value decides which widths pricing picks: no fused operations.
+  -ffp-contract=off)
+target_include_directories(corvane_flags INTERFACE "${PROJECT_SOURCE_DIR}/src")
+
+# corvane_layer(NAME [DEPENDENCY ...]): the static library corvane_NAME of all sources in this
+# folder. The dependencies are the only layers whose headers it may include.
+function(corvane_layer name)
+  file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
+  list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
+  add_library(corvane_${name} STATIC ${sources})
+  target_link_libraries(corvane_${name} PUBLIC corvane_flags Qt6::Core Qt6::Core5Compat ${ARGN})
+endfunction()
