@@ -19,10 +19,17 @@ target_compile_options(corvane_flags INTERFACE
 target_include_directories(corvane_flags INTERFACE "${PROJECT_SOURCE_DIR}/src")
 
 # corvane_layer(NAME [DEPENDENCY ...]): the static library corvane_NAME of all sources in this
-# folder. The dependencies are the only layers whose headers it may include.
+# folder. The dependencies are the only layers whose headers it may include. A folder of headers
+# alone gives an interface library.
 function(corvane_layer name)
   file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
   list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
-  add_library(corvane_${name} STATIC ${sources})
-  target_link_libraries(corvane_${name} PUBLIC corvane_flags Qt6::Core Qt6::Core5Compat ${ARGN})
+  if(sources)
+    add_library(corvane_${name} STATIC ${sources})
+    set(scope PUBLIC)
+  else()
+    add_library(corvane_${name} INTERFACE)
+    set(scope INTERFACE)
+  endif()
+  target_link_libraries(corvane_${name} ${scope} corvane_flags Qt6::Core Qt6::Core5Compat ${ARGN})
 endfunction()
