@@ -1,0 +1,256 @@
+// The C interface: checks handles and ranges, keeps exceptions in, and passes on to the solver.
+
+// The operations are all that the shared library shows.
+#pragma GCC visibility push(default)
+#include "solver/callable_library.h"
+#pragma GCC visibility pop
+
+#include <algorithm>
+#include <cstddef>
+#include <new>
+
+#include "solver/environment.h"
+
+namespace {
+
+using corvane::lp::Answer;
+using corvane::lp::ColumnBatch;
+using corvane::lp::Method;
+using corvane::lp::RowBatch;
+using corvane::lp::Settings;
+using corvane::lp::Status;
+
+enum Code : int {
+  kSuccess = 0,
+  kOutOfMemory = 1,
+  kBadArgument = 2,
+  kNoProblem = 3,   // a null handle, or one of another environment
+  kNotLoaded = 4,   // nothing to solve, since the last load failed
+  kNoSolution = 5,  // nothing to read, since no solve ended at an optimum
+  kInternal = 6,
+};
+
+// No exception may cross into C.
+template <typename Operation>
+int guarded(Operation operation) noexcept {
+  try {
+    return operation();
+  } catch (const std::bad_alloc &) {
+    return kOutOfMemory;
+  } catch (...) {
+    return kInternal;
+  }
+}
+
+void set_status(int *status, int code) {
+  if (status != nullptr) {
+    *status = code;
+  }
+}
+
+bool belongs(CPXENVptr env, CPXLPptr lp) {
+  return env != nullptr && lp != nullptr && lp->environment == env;
+}
+
+Method method_for(const Settings &settings, Method asked) {
+  switch (settings.plain) {
+    case Settings::Plain::kPrimal:
+      return Method::kPrimal;
+    case Settings::Plain::kDual:
+      return Method::kDual;
+    case Settings::Plain::kOff:
+      break;
+  }
+  return asked;
+}
+
+int solve(CPXENVptr env, CPXLPptr lp, Method asked) {
+  if (!belongs(env, lp)) {
+    return kNoProblem;
+  }
+  return guarded([&]() -> int {
+    lp->answer = Answer();
+    if (!lp->loaded) {
+      return kNotLoaded;
+    }
+    lp->answer = lp->solver.solve(lp->program, method_for(env->settings, asked));
+    return kSuccess;
+  });
+}
+
+// Whether entries begin to end of `size` can be read from an optimal answer into `target`.
+int readable(CPXENVptr env, CPXLPptr lp, const double *target, int begin, int end, int size) {
+  if (!belongs(env, lp)) {
+    return kNoProblem;
+  }
+  if (lp->answer.status != Status::kOptimal) {
+    return kNoSolution;
+  }
+  return target == nullptr || begin < 0 || end < begin || end >= size ? kBadArgument : kSuccess;
+}
+
+}  // namespace
+
+extern "C" {
+
+CPXENVptr CPXopenCPLEXruntime(int *status, int /*serial*/, const char * /*licence*/) {
+  CPXENVptr env = nullptr;
+  set_status(status, guarded([&]() -> int {
+               env = new cpxenv(Settings::from_process_environment());
+               return kSuccess;
+             }));
+  return env;
+}
+
+int CPXcloseCPLEX(CPXENVptr *env) {
+  if (env == nullptr || *env == nullptr) {
+    return kNoProblem;
+  }
+  delete *env;
+  *env = nullptr;
+  return kSuccess;
+}
+
+CPXLPptr CPXcreateprob(CPXENVptr env, int *status, const char * /*name*/) {
+  if (env == nullptr) {
+    set_status(status, kNoProblem);
+    return nullptr;
+  }
+  CPXLPptr lp = nullptr;
+  set_status(status, guarded([&]() -> int {
+               env->problems.push_back(std::make_unique<cpxlp>(*env));
+               lp = env->problems.back().get();
+               return kSuccess;
+             }));
+  return lp;
+}
+
+int CPXcopylp(CPXENVptr env, CPXLPptr lp, int columns, int rows, int objective_sense,
+              const double *objective, const double *rhs, const char *senses, const int *matbeg,
+              const int *matcnt, const int *matind, const double *matval, const double *lower,
+              const double *upper, const double * /*ranges: no sense of ours has one*/) {
+  if (!belongs(env, lp)) {
+    return kNoProblem;
+  }
+  return guarded([&]() -> int {
+    lp->loaded = false;
+    lp->answer = Answer();
+    lp->solver = {};
+    lp->program = {};
+    ColumnBatch batch;
+    batch.columns = columns;
+    batch.costs = objective;
+    batch.starts = matbeg;
+    batch.counts = matcnt;
+    batch.rows = matind;
+    batch.values = matval;
+    batch.lower = lower;
+    batch.upper = upper;
+    const bool counted = columns <= 0 || matcnt != nullptr;
+    lp->loaded = counted && lp->program.set_rows(RowBatch{rows, rhs, senses}, objective_sense) &&
+                 lp->program.add_columns(batch);
+    return lp->loaded ? kSuccess : kBadArgument;
+  });
+}
+
+int CPXaddcols(CPXENVptr env, CPXLPptr lp, int columns, int nonzeros, const double *objective,
+               const int *matbeg, const int *matind, const double *matval, const double *lower,
+               const double *upper, char ** /*names*/) {
+  if (!belongs(env, lp)) {
+    return kNoProblem;
+  }
+  if (!lp->loaded) {
+    return kNotLoaded;
+  }
+  return guarded([&]() -> int {
+    ColumnBatch batch;
+    batch.columns = columns;
+    batch.nonzeros = nonzeros;
+    batch.costs = objective;
+    batch.starts = matbeg;
+    batch.rows = matind;
+    batch.values = matval;
+    batch.lower = lower;
+    batch.upper = upper;
+    return lp->program.add_columns(batch) ? kSuccess : kBadArgument;
+  });
+}
+
+int CPXprimopt(CPXENVptr env, CPXLPptr lp) {
+  return solve(env, lp, Method::kPrimal);
+}
+
+int CPXhybbaropt(CPXENVptr env, CPXLPptr lp, int /*method*/) {
+  return solve(env, lp, Method::kBarrier);
+}
+
+int CPXgetstat(CPXENVptr env, CPXLPptr lp) {
+  return static_cast<int>(belongs(env, lp) ? lp->answer.status : Status::kOther);
+}
+
+int CPXgetobjval(CPXENVptr env, CPXLPptr lp, double *value) {
+  if (const int code = readable(env, lp, value, 0, 0, 1); code != kSuccess) {
+    return code;
+  }
+  double sum = 0.0;
+  for (const auto &[column, x] : lp->answer.activities) {
+    sum += lp->program.pool().cost[static_cast<std::size_t>(column)] * x;
+  }
+  *value = lp->program.objective_sense() * sum;
+  return kSuccess;
+}
+
+int CPXgetx(CPXENVptr env, CPXLPptr lp, double *x, int begin, int end) {
+  const int columns = lp == nullptr ? 0 : lp->program.columns();
+  if (const int code = readable(env, lp, x, begin, end, columns); code != kSuccess) {
+    return code;
+  }
+  std::fill(x, x + (end - begin) + 1, 0.0);
+  for (const auto &[column, value] : lp->answer.activities) {
+    if (column >= begin && column <= end) {
+      x[column - begin] = value;
+    }
+  }
+  return kSuccess;
+}
+
+int CPXgetpi(CPXENVptr env, CPXLPptr lp, double *pi, int begin, int end) {
+  const int rows = lp == nullptr ? 0 : lp->program.rows();
+  if (const int code = readable(env, lp, pi, begin, end, rows); code != kSuccess) {
+    return code;
+  }
+  for (int i = begin; i <= end; ++i) {
+    const double dual = lp->answer.duals[static_cast<std::size_t>(i)];
+    pi[i - begin] = lp->program.objective_sense() == 1 ? dual : 0.0 - dual;
+  }
+  return kSuccess;
+}
+
+int CPXgetdj(CPXENVptr env, CPXLPptr lp, double *dj, int begin, int end) {
+  const int columns = lp == nullptr ? 0 : lp->program.columns();
+  if (const int code = readable(env, lp, dj, begin, end, columns); code != kSuccess) {
+    return code;
+  }
+  for (int j = begin; j <= end; ++j) {
+    const double reduced =
+        corvane::lp::reduced_cost(lp->program.pool(), j, lp->answer.duals.data());
+    dj[j - begin] = lp->program.objective_sense() == 1 ? reduced : 0.0 - reduced;
+  }
+  return kSuccess;
+}
+
+int CPXfreeprob(CPXENVptr env, CPXLPptr *lp) {
+  if (lp == nullptr || !belongs(env, *lp)) {
+    return kNoProblem;
+  }
+  const auto found = std::find_if(env->problems.begin(), env->problems.end(),
+                                  [&](const auto &problem) { return problem.get() == *lp; });
+  if (found == env->problems.end()) {
+    return kNoProblem;
+  }
+  env->problems.erase(found);
+  *lp = nullptr;
+  return kSuccess;
+}
+
+}  // extern "C"

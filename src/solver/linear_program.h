@@ -1,0 +1,110 @@
+#pragma once
+
+// A linear program in minimisation form, held in arrays of our own:
+//
+//   minimise c'x  subject to  row_lower <= A x <= row_upper,  lower <= x <= upper
+//
+// Columns live in a pool that only grows. Everything a solve needs beyond CLP (pricing, reduced
+// costs, checks) is read from here, so that CLP may hold any subset of the columns.
+
+#include <limits>
+#include <vector>
+
+namespace corvane::lp {
+
+// Bounds and right-hand sides of this size and beyond are infinite; costs and coefficients must
+// stay below it.
+inline constexpr double kInfinite = 1e20;
+inline constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+// Columns as a caller hands them over; nothing is owned. Column j has its entries in
+// [starts[j], starts[j] + counts[j]) or, without counts, up to the start of the next column, the
+// last one up to `nonzeros`.
+struct ColumnBatch {
+  int columns = 0;
+  int nonzeros = 0;
+  const double *costs = nullptr;
+  const int *starts = nullptr;
+  const int *counts = nullptr;
+  const int *rows = nullptr;
+  const double *values = nullptr;
+  const double *lower = nullptr;
+  const double *upper = nullptr;
+};
+
+// The columns, in flat arrays. start has one entry more than there are columns.
+struct ColumnPool {
+  std::vector<double> cost;
+  std::vector<double> lower;
+  std::vector<double> upper;
+  std::vector<int> start = {0};
+  std::vector<int> row;
+  std::vector<double> value;
+
+  int size() const { return static_cast<int>(cost.size()); }
+  bool operator==(const ColumnPool &) const = default;
+};
+
+// Right-hand sides as the caller gives them.
+struct RowBatch {
+  int rows = 0;
+  const double *rhs = nullptr;
+  const char *senses = nullptr;  // 'G', 'L' or 'E'
+};
+
+class LinearProgram {
+ public:
+  LinearProgram() = default;
+
+  // Takes the rows and an objective sense: 1 minimises, -1 maximises, which turns every cost that
+  // comes in. Returns false, and changes nothing, when a right-hand side is not a number or a
+  // sense is unknown.
+  bool set_rows(const RowBatch &batch, int objective_sense);
+
+  // Appends the columns. Returns false, and changes nothing, when an array is missing, a number is
+  // no number, a cost or coefficient is infinite, a bound is infinite on the wrong side, a row
+  // does not exist or appears twice in a column, or the entries outgrow 32 bits. May throw
+  // std::bad_alloc, which changes nothing either.
+  bool add_columns(const ColumnBatch &batch);
+
+  int rows() const { return static_cast<int>(row_lower_.size()); }
+  int columns() const { return pool_.size(); }
+  const ColumnPool &pool() const { return pool_; }
+  const std::vector<double> &row_lower() const { return row_lower_; }
+  const std::vector<double> &row_upper() const { return row_upper_; }
+  int objective_sense() const { return objective_sense_; }
+
+  // True when all rows are >=, all columns run from 0 to infinity, and neither a cost nor a
+  // coefficient is negative: the covering LPs of pattern generation.
+  bool is_covering() const { return covering_rows_ && covering_columns_; }
+
+  // The largest |cost|, and the largest finite |right-hand side or bound|.
+  double largest_cost() const { return largest_cost_; }
+  double largest_bound() const { return largest_bound_; }
+
+ private:
+  bool batch_is_valid(const ColumnBatch &batch) const;
+  void append_column(const ColumnBatch &batch, int column);
+
+  int objective_sense_ = 1;
+  std::vector<double> row_lower_;
+  std::vector<double> row_upper_;
+  ColumnPool pool_;
+  bool covering_rows_ = true;
+  bool covering_columns_ = true;
+  double largest_cost_ = 0.0;
+  double largest_bound_ = 0.0;
+};
+
+// c_j - A_j'y for one column.
+inline double reduced_cost(const ColumnPool &pool, int column, const double *duals) {
+  const auto j = static_cast<std::size_t>(column);
+  double result = pool.cost[j];
+  const auto end = static_cast<std::size_t>(pool.start[j + 1]);
+  for (auto k = static_cast<std::size_t>(pool.start[j]); k < end; ++k) {
+    result -= pool.value[k] * duals[pool.row[k]];
+  }
+  return result;
+}
+
+}  // namespace corvane::lp

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <optional>
+
+#include "solver/answer.h"
+#include "solver/linear_program.h"
+
+namespace corvane::lp {
+
+// The answer of a program that needs no simplex:
+//   - one whose bounds cross, or with a row that asks for infinity: infeasible;
+//   - a covering program that demands nothing, as those of a period without orders do: x = 0 is
+//     optimal and every dual is 0, so that no pattern prices out;
+//   - one without rows, columns or coefficients: each column at its cheapest bound.
+// Nothing for any other program.
+std::optional<Answer> solve_trivial(const LinearProgram &lp);
+
+}  // namespace corvane::lp

@@ -1,0 +1,73 @@
+#pragma once
+
+// One CLP model over a chosen part of a linear program's columns, with all of its rows.
+//
+// CLP is used plainly: silent, no scaling, no presolve, everything else its default. Costs and
+// bounds of unusual size are handed over times a power of two, which is exact and keeps CLP's
+// absolute tolerances meaningful; every number that comes back is in the caller's units again.
+
+#include <memory>
+#include <span>
+#include <vector>
+
+#include "solver/answer.h"
+#include "solver/linear_program.h"
+
+class ClpSimplex;
+class CoinMessageHandler;
+
+namespace corvane::lp {
+
+class WorkingLp {
+ public:
+  // Holds the rows of `lp` and the given columns, each named by its index in the pool and given at
+  // most once, at the slack basis. `lp` must outlive it; columns that the pool gains later are
+  // taken in by add_columns.
+  WorkingLp(const LinearProgram &lp, std::vector<int> columns);
+  ~WorkingLp();
+  WorkingLp(const WorkingLp &) = delete;
+  WorkingLp &operator=(const WorkingLp &) = delete;
+
+  // Appends columns at a bound and keeps the basis.
+  void add_columns(std::span<const int> columns);
+
+  // Each starts from the present basis. An iteration limit far above what any solve needs turns a
+  // solve that gets nowhere into kOther.
+  Status primal();
+  Status dual();
+
+  // Barrier, crossover, and a clean-up that ends at a vertex; see barrier.cpp.
+  Status barrier();
+
+  // Back to all rows basic and all columns at a bound.
+  void set_slack_basis();
+
+  // The pool indices, in CLP's order. Positions below are positions in this list.
+  const std::vector<int> &columns() const { return columns_; }
+
+  bool is_basic(int position) const;
+  bool row_is_basic(int row) const;
+  void make_basic(int position);
+  void make_row_nonbasic(int row);
+
+  // The answer of the last solve, which must have been optimal.
+  Answer answer() const;
+  std::vector<double> duals() const;
+
+  // False when the program has grown numbers of another magnitude since construction: a new
+  // working LP is due.
+  bool scales_still_fit() const;
+
+ private:
+  Status run(bool use_dual);
+  double value(int position) const;
+
+  const LinearProgram &lp_;
+  std::vector<int> columns_;
+  double cost_scale_;
+  double bound_scale_;
+  std::unique_ptr<CoinMessageHandler> silence_;
+  std::unique_ptr<ClpSimplex> clp_;
+};
+
+}  // namespace corvane::lp
