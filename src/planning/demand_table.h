@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QHash>
+#include <QLinkedList>
+#include <QString>
+#include <vector>
+
+// Demand by grade, period and width. Every level keeps the order of first appearance in the order
+// file; the indexes beside it serve look-ups by name.
+
+struct DemandEntry {
+  double width = 0;  // inches
+  qint32 quantity = 0;
+};
+
+struct PeriodDemand {
+  QString period;
+  QLinkedList<DemandEntry> demands;
+};
+
+struct GradeDemand {
+  QString grade;
+  QLinkedList<PeriodDemand> periods;
+  QHash<QString, PeriodDemand *> byPeriod;
+
+  // The entry of the period, or null.
+  const PeriodDemand *find(const QString &period) const { return byPeriod.value(period); }
+};
+
+struct DemandTable {
+  QLinkedList<GradeDemand> grades;
+  QHash<QString, GradeDemand *> byGrade;
+
+  DemandTable() = default;
+  // Copies would leave the indexes with the original.
+  DemandTable(const DemandTable &) = delete;
+  DemandTable &operator=(const DemandTable &) = delete;
+
+  // The entry of the grade, or null.
+  const GradeDemand *find(const QString &grade) const { return byGrade.value(grade); }
+};
+
+// The distinct widths (exact equality), widest first: of one period, and of all periods of a grade.
+std::vector<double> distinctWidths(const PeriodDemand &demand);
+std::vector<double> distinctWidths(const GradeDemand &demand);
+
+// The demand list of a period: each width once, with the quantity of its first entry, widest first.
+// Empty for null.
+std::vector<DemandEntry> demandList(const PeriodDemand *demand);

@@ -1,0 +1,39 @@
+#include "planning/planning_data.h"
+
+#include "core/skip_list_cursor.h"
+
+namespace {
+
+constexpr int kLevelArgument = 3;
+
+template <typename T>
+void deleteRecords(const skipList<T> &list) {
+  forEachElement(list, [](T &record) { delete &record; });
+}
+
+}  // namespace
+
+PlanningData::PlanningData(PlanningComparators &theComparators)
+    : comparators(theComparators),
+      names(&theComparators.name, false, kLevelArgument),
+      cutters(&theComparators.cutter, false, kLevelArgument),
+      orders(&theComparators.order, true, kLevelArgument),
+      freightRates(&theComparators.freightRate, false, kLevelArgument) {}
+
+PlanningData::~PlanningData() {
+  deleteRecords(freightRates);
+  deleteRecords(orders);
+  deleteRecords(cutters);
+}
+
+bool PlanningData::isPlanned(const QString &grade) const {
+  QString *found = nullptr;
+  return names.search(grade, found) == skipList<QString>::kFound;
+}
+
+QHash<QString, std::vector<const Cutter *>> cuttersByGrade(const PlanningData &data) {
+  QHash<QString, std::vector<const Cutter *>> byGrade;
+  forEachElement(data.cutters,
+                 [&](const Cutter &cutter) { byGrade[cutter.grade].push_back(&cutter); });
+  return byGrade;
+}
