@@ -162,8 +162,7 @@ std::optional<Order> readOrder(const std::string &line) {
   }
   Order order{textField(fields[0]), textField(fields[1]), realField(fields[2]),
               integerField(fields[3]), textField(fields[4])};
-  const bool unnamed = order.period.empty() || order.grade.empty() || order.customer.empty();
-  if (unnamed || order.width <= 0.0 || order.quantity < 1) {
+  if (order.width <= 0.0 || order.quantity < 1) {
     return std::nullopt;
   }
   return order;
