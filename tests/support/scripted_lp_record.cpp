@@ -13,11 +13,11 @@ std::string Formatted(double value) {
 
 template <typename T, typename Format>
 std::string List(const T *values, long count, Format format) {
-  if (values == nullptr) {
-    return "null";
-  }
   if (count < 0) {
     return "[?]";
+  }
+  if (values == nullptr && count > 0) {
+    return "null";
   }
   std::string text = "[";
   for (long i = 0; i < count; ++i) {

@@ -17,7 +17,7 @@ class CallText {
   CallText &Text(std::string_view name, std::string_view value);
   CallText &Integer(std::string_view name, long value);
   CallText &Pointer(std::string_view name, const void *pointer);  // null or set
-  // Arrays: null, or [count entries]; a negative count shows as [?].
+  // Arrays: [count entries], or null where entries are wanted; a negative count shows as [?].
   CallText &Doubles(std::string_view name, const double *values, long count);
   CallText &Integers(std::string_view name, const int *values, long count);
   CallText &Characters(std::string_view name, const char *values, long count);
