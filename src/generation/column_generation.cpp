@@ -1,0 +1,165 @@
+#include "generation/column_generation.h"
+
+#include <algorithm>
+#include <ctime>
+#include <functional>
+#include <iostream>
+#include <memory>
+
+#include "core/messages.h"
+#include "core/numbers.h"
+#include "core/text.h"
+#include "generation/lp_solver.h"
+#include "generation/master_lp.h"
+#include "generation/pending_columns.h"
+#include "generation/price_list.h"
+#include "generation/pricing.h"
+
+namespace {
+
+std::unique_ptr<Pattern> patternOf(const Candidate &candidate) {
+  std::array<double, kMostWidthsInPattern> widths = candidate.widths;
+  auto *end = widths.begin() + candidate.count;
+  std::sort(widths.begin(), end, std::greater<>());
+  auto pattern = std::make_unique<Pattern>(candidate.trim);
+  std::for_each(widths.begin(), end, [&](double width) { pattern->widths.append(width); });
+  return pattern;
+}
+
+// Whole seconds of the clock since construction, against a limit. A negative limit never runs out.
+class TimeLimit {
+ public:
+  explicit TimeLimit(qint32 seconds) : seconds_(seconds), start_(std::time(nullptr)) {}
+  bool exceeded() const { return seconds_ >= 0 && std::time(nullptr) - start_ > seconds_; }
+
+ private:
+  qint32 seconds_;
+  std::time_t start_;
+};
+
+// Column generation of one grade.
+class GradeGenerator {
+ public:
+  GradeGenerator(const GradeDemand &demand, double smallestDeckleWidth,
+                 const GenerationContext &context)
+      : demand_(demand),
+        smallestDeckleWidth_(smallestDeckleWidth),
+        context_(context),
+        gradeSets_(context.sets.ofGrade(demand.grade)),
+        limits_{context.settings.stopGeneratingThreshold, context.settings.maximumWidthsInPattern},
+        solver_(context.settings.barrier, context.log),
+        pending_(context.log) {}
+
+  void run() {
+    solver_.open();
+    for (const QString &period : context_.periods) {
+      const PeriodDemand *own = demand_.find(period);
+      // Deliberately not forgotten when a period has no demand.
+      lastDemand_ = own != nullptr ? own : lastDemand_;
+      if (lastDemand_ != nullptr) {
+        widths_ = distinctWidths(*lastDemand_);
+        runPeriod(period, demandList(own));
+      }
+    }
+    solver_.close();
+  }
+
+ private:
+  void runPeriod(const QString &period, const std::vector<DemandEntry> &demands) {
+    setPickRange(static_cast<int>(widths_.size()), context_.settings.widthPickSetSize,
+                 context_.random);
+    LpArrays lp;
+    buildMasterLp(widths_, demands, smallestDeckleWidth_, gradeSets_, context_.sets, lp,
+                  context_.log);
+    solver_.create(lp);
+    int iteration = 0;
+    do {
+      showProgress(period, ++iteration);
+      solver_.solve(demand_.grade, period);
+      CheckedArray<double> duals;
+      solver_.readDuals(duals);
+      prices_.rebuild(widths_, duals.data());
+      duals.release();
+      pending_.prepare();
+    } while (addColumns());
+    prices_.clear();
+  }
+
+  // Prices patterns for every deckle width of the grade; false when no new one came of it.
+  bool addColumns() {
+    bool added = false;
+    // A limit of 0 switches generation off: the LP keeps its seeds.
+    if (context_.settings.timeLimit != 0) {
+      for (PatternCompPattern *set : gradeSets_) {
+        added = generateFor(*set) || added;
+      }
+    }
+    if (added) {
+      solver_.addColumns(pending_.columns());
+    }
+    pending_.release();
+    return added;
+  }
+
+  bool generateFor(PatternCompPattern &set) {
+    const TimeLimit timeLimit(context_.settings.timeLimit);
+    bool added = false;
+    for (qint32 made = 0; made < context_.settings.newPatternsPerIteration; ++made) {
+      if (timeLimit.exceeded()) {
+        reportTimeOut(set, made);
+        break;
+      }
+      Candidate candidate;
+      if (!priceCandidate(set.deckleWidth, prices_, limits_, context_.random, candidate)) {
+        break;
+      }
+      added = keepPattern(set, candidate) || added;
+    }
+    return added;
+  }
+
+  // False when the set holds an equal pattern.
+  bool keepPattern(PatternCompPattern &set, const Candidate &candidate) {
+    std::unique_ptr<Pattern> pattern = patternOf(candidate);
+    if (set.patterns->insert(pattern.get()) != skipList<Pattern>::kStored) {
+      ++context_.sets.duplicates;
+      return false;
+    }
+    ++context_.sets.totalPatterns;
+    pending_.append(set.deckleWidth, pattern.release()->widths, widths_);
+    return true;
+  }
+
+  void reportTimeOut(const PatternCompPattern &set, qint32 made) {
+    tell(std::cout, context_.log,
+         "Timed out on grade: " + utf8(demand_.grade) +
+             ", deckle width: " + fixed(set.deckleWidth, 3) + " after generating " +
+             std::to_string(made) + " patterns.");
+  }
+
+  void showProgress(const QString &period, int iteration) {
+    context_.progress.show([&] {
+      return "grade " + utf8(demand_.grade) + ", period " + utf8(period) + ", iteration " +
+             std::to_string(iteration) + ", patterns " +
+             std::to_string(context_.sets.totalPatterns);
+    });
+  }
+
+  const GradeDemand &demand_;
+  double smallestDeckleWidth_;
+  const GenerationContext &context_;
+  const std::vector<PatternCompPattern *> &gradeSets_;
+  PricingLimits limits_;
+  LpSolver solver_;
+  PendingColumns pending_;
+  PriceList prices_;
+  const PeriodDemand *lastDemand_ = nullptr;
+  std::vector<double> widths_;
+};
+
+}  // namespace
+
+void generateColumns(const GradeDemand &demand, const std::vector<double> &deckleWidths,
+                     const GenerationContext &context) {
+  GradeGenerator(demand, deckleWidths.front(), context).run();
+}

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QString>
+#include <iosfwd>
+
+#include "core/checked_array.h"
+#include "generation/lp_arrays.h"
+#include "solver/callable_library.h"
+
+// The LP solver as pattern generation uses it: one environment and one current problem. Every
+// failure that is looked at ends the run with its words on standard output and in the log; nothing
+// is cleaned up then, and the destructor does nothing either.
+class LpSolver {
+ public:
+  // barrier chooses the barrier method with a primal crossover; otherwise the primal simplex.
+  LpSolver(bool barrier, std::ostream &log) : barrier_(barrier), log_(log) {}
+
+  void open();
+  // Ends the environment and with it every problem that was not freed.
+  void close();
+
+  // Creates a problem of its own for the LP and loads it; what the solver answers to the load is
+  // not looked at, since a fault shows in the solve.
+  void create(const LpArrays &lp);
+
+  // Solves to optimality, or ends the run. Grade and period are for the message.
+  void solve(const QString &grade, const QString &period);
+
+  // The dual values of all rows.
+  void readDuals(CheckedArray<double> &duals);
+
+  // The values and reduced costs of all columns. The arrays are filled with 0 first, and what the
+  // solver answers is not looked at. The objective value is read before them.
+  void readSolution(CheckedArray<double> &xValues, CheckedArray<double> &reducedCosts,
+                    double &objectiveValue);
+
+  // Adds columns in one batch; column j ends where column j + 1 starts.
+  void addColumns(const LpArrays &columns);
+
+  // Frees the current problem.
+  void free();
+
+ private:
+  bool barrier_;
+  std::ostream &log_;
+  CPXENVptr env_ = nullptr;
+  CPXLPptr lp_ = nullptr;
+  int rows_ = 0;
+  int columns_ = 0;
+};

@@ -1,0 +1,124 @@
+#include "generation/pattern_set.h"
+
+#include <algorithm>
+#include <memory>
+
+#include "core/skip_list_cursor.h"
+
+namespace {
+
+constexpr int kLevelArgument = 3;
+
+int compareWithTolerance(double a, double b) {
+  const double difference = a - b;
+  if (difference < -kPatternTolerance) {
+    return -1;
+  }
+  return difference > kPatternTolerance ? 1 : 0;
+}
+
+int compareWidthsAndTrim(const Pattern &a, const Pattern &b) {
+  if (a.widths.size() != b.widths.size()) {
+    return a.widths.size() < b.widths.size() ? -1 : 1;
+  }
+  auto other = b.widths.cbegin();
+  for (const double width : a.widths) {
+    if (const int order = compareWithTolerance(width, *other); order != 0) {
+      return order;
+    }
+    ++other;
+  }
+  return compareWithTolerance(a.trim, b.trim);
+}
+
+// Walks from the nearer end: the period in work is the last one.
+double entryAt(const QLinkedList<double> &entries, qint32 index) {
+  const auto size = static_cast<qint32>(entries.size());
+  return index < size / 2 ? *std::next(entries.cbegin(), index)
+                          : *std::prev(entries.cend(), size - index);
+}
+
+bool isInModel(const Pattern &pattern) {
+  return pattern.inModel.contains(1);
+}
+
+void deletePatterns(const skipList<Pattern> &set) {
+  forEachElement(set, [](Pattern &pattern) { delete &pattern; });
+}
+
+void pruneSet(PatternCompPattern &descriptor) {
+  skipList<Pattern> *old = descriptor.patterns;
+  auto kept = std::make_unique<skipList<Pattern>>(&descriptor, false, kLevelArgument);
+  old->rewind();
+  while (Pattern *pattern = old->step()) {
+    if (!isInModel(*pattern) || kept->insert(pattern) != skipList<Pattern>::kStored) {
+      delete pattern;
+    }
+  }
+  delete old;
+  descriptor.patterns = kept.release();
+}
+
+}  // namespace
+
+int PatternCompRedCost::compare(const Pattern &a, const Pattern &b) const {
+  const int order =
+      compareWithTolerance(entryAt(a.reducedCosts, period), entryAt(b.reducedCosts, period));
+  return order != 0 ? order : compareWidthsAndTrim(a, b);
+}
+
+PatternCompPattern::PatternCompPattern(const QString &theGrade, double theDeckleWidth)
+    : deckleWidth(theDeckleWidth),
+      grade(theGrade),
+      patterns(new skipList<Pattern>(this, false, kLevelArgument)) {}
+
+PatternCompPattern::~PatternCompPattern() {
+  dropRedCostSets();
+  deletePatterns(*patterns);
+  delete patterns;
+}
+
+int PatternCompPattern::compare(const Pattern &a, const Pattern &b) const {
+  return compareWidthsAndTrim(a, b);
+}
+
+skipList<Pattern> &PatternCompPattern::addRedCostSet() {
+  auto comparison = std::make_unique<PatternCompRedCost>(static_cast<qint32>(redCostComps.size()));
+  auto set = std::make_unique<skipList<Pattern>>(comparison.get(), false, kLevelArgument);
+  redCostComps.append(comparison.get());
+  (void)comparison.release();
+  redCostSets.append(set.get());
+  return *set.release();
+}
+
+void PatternCompPattern::dropRedCostSets() {
+  qDeleteAll(redCostSets);
+  redCostSets.clear();
+  qDeleteAll(redCostComps);
+  redCostComps.clear();
+}
+
+PatternSets::~PatternSets() {
+  qDeleteAll(deckleWidths);
+}
+
+PatternCompPattern &PatternSets::add(const QString &grade, double deckleWidth) {
+  auto set = std::make_unique<PatternCompPattern>(grade, deckleWidth);
+  deckleWidths.append(set.get());
+  PatternCompPattern &added = *set.release();
+  byGrade[grade].push_back(&added);
+  return added;
+}
+
+const std::vector<PatternCompPattern *> &PatternSets::ofGrade(const QString &grade) const {
+  static const std::vector<PatternCompPattern *> none;
+  const auto sets = byGrade.constFind(grade);
+  return sets != byGrade.constEnd() ? *sets : none;
+}
+
+void prunePatterns(PatternSets &sets) {
+  for (PatternCompPattern *descriptor : sets.deckleWidths) {
+    descriptor->dropRedCostSets();
+    pruneSet(*descriptor);
+  }
+}

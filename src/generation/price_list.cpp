@@ -1,0 +1,49 @@
+#include "generation/price_list.h"
+
+#include <algorithm>
+
+#include "core/exchange_sort.h"
+
+void PriceList::rebuild(const std::vector<double> &widths, const double *duals) {
+  entries_.clear();
+  entries_.reserve(widths.size());
+  for (std::size_t row = 0; row < widths.size(); ++row) {
+    const double width = widths[row];
+    const double dual = duals[row];
+    entries_.push_back({width, dual, width == 0.0 ? 0.0 : dual / width});
+  }
+  exchangeSort(entries_,
+               [](const PriceEntry &a, const PriceEntry &b) { return b.ratio > a.ratio; });
+  buildFittingTable();
+}
+
+void PriceList::clear() {
+  entries_.clear();
+  byWidth_.clear();
+}
+
+int PriceList::bestFitting(double freeWidth) const {
+  const auto beyond =
+      std::upper_bound(byWidth_.begin(), byWidth_.end(), freeWidth,
+                       [](double width, const FittingEntry &entry) { return width < entry.width; });
+  return beyond == byWidth_.begin() ? kNone : std::prev(beyond)->best;
+}
+
+void PriceList::buildFittingTable() {
+  byWidth_.clear();
+  byWidth_.reserve(entries_.size());
+  for (int index = 0; index < count(); ++index) {
+    byWidth_.push_back({(*this)[index].width, index});
+  }
+  std::sort(byWidth_.begin(), byWidth_.end(),
+            [](const FittingEntry &a, const FittingEntry &b) { return a.width < b.width; });
+  int best = kNone;
+  for (FittingEntry &entry : byWidth_) {
+    const double dual = (*this)[entry.best].dual;
+    const double bestDual = best == kNone ? 0.0 : (*this)[best].dual;
+    if (dual > bestDual || (dual == bestDual && entry.best > best)) {
+      best = entry.best;
+    }
+    entry.best = best;
+  }
+}
