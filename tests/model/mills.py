@@ -84,7 +84,12 @@ class _Maker:
         # How many widths and order lines, and how often a width lies next to an earlier one.
         self.most_widths, self.most_lines = self.random.choice(
             [(3, 4), (6, 10), (10, 40), (20, 60), (45, 150)])
-        self.nearness = self.random.choice([0.0, 0.1, 0.3, 0.8])
+        # A width that the pattern comparison takes for another one has no seed pattern of its own,
+        # and the final LP is then often infeasible; so most mills keep clear of the tolerance.
+        self.nearness = self.random.choice([0.0, 0.0, 0.1, 0.3, 0.8])
+        self.steps = self.random.choice(
+            [[2e-8, 1.1e-8, -3e-8], [2e-8, 1.1e-8, -3e-8], [1e-6, 1.01e-8, 1.1e-8],
+             [1e-8, 0.5e-8, 0.9e-8, 2e-8, -1e-8, 1e-9, 1e-13]])
         self.grades = GRADES[:self.random.randint(1, 2)] if plain else self.some(GRADES, 1, 3)
         self.locations = self.some(LOCATIONS, 1, 2)
         self.customers = self.some(CUSTOMERS, 1, 3)
@@ -97,7 +102,9 @@ class _Maker:
         self.store(self.names["machine file"], machines)
         self.store(self.names["order file"], orders)
         self.store(self.names["freight rate file"], rates)
-        self.store(self.place_parameters(), parameters)
+        name = self.place_parameters()
+        self.store(name, parameters)
+        self.mill.files[name] += b"\n" + self.last_parameters()
         self.older_output()
         self.break_something()
         if self.chance(0.12):
@@ -134,8 +141,8 @@ class _Maker:
         for _ in range(self.random.randint(1, self.most_widths)):
             kind = self.random.random()
             if widths and self.chance(self.nearness):
-                step = self.random.choice([1e-8, 0.5e-8, 0.9e-8, 2e-8, -1e-8, 1.1e-8, 1e-9, 1e-13])
-                widths.append(self.random.choice(widths) + step * self.random.randint(1, 3))
+                widths.append(self.random.choice(widths) +
+                              self.random.choice(self.steps) * self.random.randint(1, 3))
             elif kind < 0.07:
                 widths.append(self.random.choice(self.deckles))
             elif kind < 0.12:
@@ -191,29 +198,35 @@ class _Maker:
 
     def parameter_lines(self):
         lines = []
+        self.mill.unseeded = self.chance(0.02)
         self.seed_line(lines)
         self.effort_lines(lines)
         self.flag_lines(lines)
         self.file_lines(lines)
-        for _ in range(self.random.choice([0, 0, 1, 3])):
+        for _ in range(self.random.choice([0, 0, 0, 1, 3, 30])):
             lines.append(self.odd_parameter())
         self.random.shuffle(lines)
-        # The last line decides, so that no odd value makes a run slow or unrepeatable.
+        return lines
+
+    def last_parameters(self):
+        """Sound lines that decide, so that no odd value makes a run slow or unrepeatable; what
+        follows them is not used."""
+        lines = []
         if self.mill.unseeded:
             lines.append(["time limit", "0"])
         else:
             self.seed_line(lines)
             self.effort_lines(lines)
-        return lines
+        content = "".join("%s=%s\n" % tuple(line) for line in lines)
+        return (content + self.random.choice(["", "", "", "batch=True", "#", "x=y", "=", "\r"])).encode()
 
     def seed_line(self, lines):
-        if not lines and self.chance(0.03):
-            self.mill.unseeded = True
-        if not self.mill.unseeded:
-            value = self.random.choice(["0", "1", "42", "10000", "20000", "-3", "x", "9999"])
-            if self.chance(0.6):
-                value = str(self.random.randint(0, 10000))
-            lines.append(["rand num gen seed", value])
+        if self.mill.unseeded:
+            return
+        value = self.random.choice(["0", "1", "42", "10000", "20000", "-3", "x", "9999"])
+        if self.chance(0.6):
+            value = str(self.random.randint(0, 10000))
+        lines.append(["rand num gen seed", value])
 
     def effort_lines(self, lines):
         lines.append(["stop generating threshold", self.random.choice(["100", "200", "500", "99"])])
@@ -234,7 +247,7 @@ class _Maker:
         if self.chance(0.2):
             lines.append(["solver", self.random.choice(["Dual", "Barrier", "Barrier", "barrier"])])
         if self.chance(0.15):
-            lines.append(["time limit", self.random.choice(["0", "-1", "-5", "1000", " 500"])])
+            lines.append(["time limit", self.random.choice(["0", "-1", "-5", "1000", " 500", "3"])])
         if self.chance(0.2):
             lines.append(["days per period", str(self.random.randint(-1, 31))])
         if self.chance(0.2):
@@ -253,8 +266,9 @@ class _Maker:
 
     def odd_parameter(self):
         integer_keys = ["occur min", "days per period", "maximum widths in pattern", "time limit",
-                        "new patterns per iteration", "stop generating threshold",
-                        "rand num gen seed"]
+                        "new patterns per iteration", "stop generating threshold"]
+        if not self.mill.unseeded:
+            integer_keys.append("rand num gen seed")
         kind = self.random.random()
         if kind < 0.4:
             return [self.random.choice(integer_keys), self.random.choice(ODD_INTEGERS)]
@@ -290,7 +304,7 @@ class _Maker:
         if self.chance(0.04):
             content = b"\xef\xbb\xbf" + content
         if self.chance(0.06):
-            content = content.rstrip(b"\r\n")
+            content = content.rstrip(b"\r\n") + self.random.choice([b"", b"", b"\r", b","])
         self.mill.files[name] = content
 
     def parameter_name(self):
@@ -356,6 +370,8 @@ class _Maker:
             self.mill.files["data\\%s.data" % base] = self.mill.files[self.names[key]]
             if self.chance(0.5):
                 self.mill.files["data/%s.data" % base] = b"\n"
+        if self.chance(0.04):
+            self.mill.files["data\\" + self.random.choice(["CV.imp", "corvane.log"])] = b"literal\n"
 
     def break_something(self):
         if not self.chance(0.06):
@@ -369,7 +385,7 @@ class _Maker:
             self.mill.files.pop(name, None)
             self.mill.folders.append(name)
         elif kind == 3:
-            self.mill.files[self.parameter_name()] += ("%s=no\\such\\folder\\f\n" % key).encode()
+            self.mill.files[self.parameter_name()] += ("\n%s=no\\such\\folder\\f\n" % key).encode()
         elif kind == 4:
             self.mill.environment["ZEM_CVN_PARAM"] = self.random.choice(
                 ["", "missing", "data", "d" * 511, "./" * 300 + "data/Parameters.data"])
