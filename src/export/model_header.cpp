@@ -1,0 +1,61 @@
+#include "export/model_header.h"
+
+#include "core/skip_list_cursor.h"
+
+namespace {
+
+constexpr int kLevelArgument = 3;
+
+// Every demand width of the table once. The set orders them; it holds no numbers of its own, so
+// they are gathered here. Widths of one grade are told apart before they are searched in the set.
+std::vector<double> gatherDemandWidths(ModelData &data) {
+  std::vector<double> widths;
+  for (const GradeDemand &grade : data.planning.demand.grades) {
+    const std::vector<double> &ofGrade = data.demandWidthsOf(grade.grade);
+    widths.insert(widths.end(), ofGrade.begin(), ofGrade.end());
+  }
+  return widths;
+}
+
+}  // namespace
+
+void writeRoot(const ModelData &data, ImportFile &file) {
+  if (data.settings.batch && !data.settings.patternsOnly) {
+    file.line(
+        "addroot <CompressBlockNodes> True <batchSizeSolve> False <batchSizeTune> True "
+        "<initialSolverAlgorithm> networkDualSolve <BatLP> dualSolve <batchSizePeriods> 1 "
+        "<batchTuneStopThreshold> 0 <batchTuneTries> 99999 <batchSizeMode> 1 "
+        "<batchSizePeriods> 9999 <batchSizeResolveFrequency> 5");
+  } else {
+    file.line(
+        "addroot <CompressBlockNodes> True <batchSizeSolve> False <batchSizeTune> False "
+        "<initialSolverAlgorithm> networkDualSolve <BatLP> dualSolve <batchSizePeriods> 1 "
+        "<batchTuneStopThreshold> 100 <batchTuneTries> 99999 <batchSizeMode> 0 "
+        "<batchSizePeriods> 9999 <batchSizeResolveFrequency> 5");
+  }
+}
+
+void writeCommodities(ModelData &data, ImportFile &file) {
+  for (const double width : data.planning.cutterWidths) {
+    file.line("addcommodity <name> \"Deckle", width, "\"");
+  }
+  std::vector<double> widths = gatherDemandWidths(data);
+  skipList<double> ordered(&data.planning.comparators.number, false, kLevelArgument);
+  for (double &width : widths) {
+    ordered.insert(&width);
+  }
+  forEachElement(
+      ordered, [&](double width) { file.line("addcommodity <name> \"DemandWidth", width, "\""); });
+  file.line("addcommodity <name> \"Waste\"");
+  file.line("addcommodity <name> \"Machine_Time\"");
+}
+
+void writePeriods(const ModelData &data, ImportFile &file) {
+  for (const std::string &period : data.periods) {
+    file.line("addperiod <name> ", period);
+  }
+}
+
+void writeTrailer(ImportFile &file) {
+  file.line("# End of Corvane. import file.");
+}
