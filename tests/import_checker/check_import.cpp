@@ -4,8 +4,10 @@
 #include <cstdlib>
 #include <exception>
 #include <fstream>
+#include <functional>
 #include <iostream>
 #include <iterator>
+#include <map>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -36,35 +38,48 @@ std::size_t countOf(const std::string &text) {
   return count;
 }
 
+// Takes an option that stands alone; false when the word is none.
+bool takeFlag(const std::string &word, import_checker::ImportOptions &options) {
+  const std::map<std::string, std::function<void()>> flags{
+      {"--batch", [&] { options.batch = true; }},
+      {"--no-delay", [&] { options.delay = false; }},
+      {"--patterns-only", [&] { options.patternsOnly = true; }},
+      {"--odd-data", [&] { options.ordinaryData = false; }},
+      {"--freight-complete", [&] { options.freightComplete = true; }}};
+  const auto flag = flags.find(word);
+  if (flag != flags.end()) {
+    flag->second();
+  }
+  return flag != flags.end();
+}
+
+// Takes an option with its value; false when the word is none.
+bool takeValue(const std::string &word, const std::string &value, Arguments &arguments) {
+  if (word == "--periods") {
+    arguments.options.periods = countOf(value);
+  } else if (word == "--machines") {
+    arguments.machines = value;
+  } else if (word == "--orders") {
+    arguments.orders = value;
+  } else {
+    return false;
+  }
+  return true;
+}
+
 // Empty when the arguments are wrong.
 std::optional<Arguments> readArguments(const std::vector<std::string> &words) {
   Arguments arguments;
   for (std::size_t i = 0; i < words.size(); ++i) {
-    const std::string &word = words[i];
-    const bool valued = word == "--periods" || word == "--machines" || word == "--orders";
-    if (valued && i + 1 == words.size()) {
-      return std::nullopt;
+    if (takeFlag(words[i], arguments.options)) {
+      continue;
     }
-    if (word == "--batch") {
-      arguments.options.batch = true;
-    } else if (word == "--no-delay") {
-      arguments.options.delay = false;
-    } else if (word == "--patterns-only") {
-      arguments.options.patternsOnly = true;
-    } else if (word == "--odd-data") {
-      arguments.options.ordinaryData = false;
-    } else if (word == "--freight-complete") {
-      arguments.options.freightComplete = true;
-    } else if (word == "--periods") {
-      arguments.options.periods = countOf(words[++i]);
-    } else if (word == "--machines") {
-      arguments.machines = words[++i];
-    } else if (word == "--orders") {
-      arguments.orders = words[++i];
-    } else if (word.starts_with("--") || !arguments.file.empty()) {
+    if (i + 1 < words.size() && takeValue(words[i], words[i + 1], arguments)) {
+      ++i;
+    } else if (words[i].starts_with("--") || !arguments.file.empty()) {
       return std::nullopt;
     } else {
-      arguments.file = word;
+      arguments.file = words[i];
     }
   }
   const bool paired = arguments.machines.empty() == arguments.orders.empty();

@@ -67,26 +67,53 @@ std::vector<std::string> fieldsOf(std::string_view line) {
   }
 }
 
+// The bytes that may follow the first one of a UTF-8 sequence, and how many follow.
+struct Continuation {
+  std::size_t count;
+  unsigned low;
+  unsigned high;
+};
+
+// Well-formed UTF-8 by the table of the Unicode standard; 0 bytes follow where nothing may begin.
+Continuation continuationOf(unsigned first) {
+  struct Row {
+    unsigned last;
+    Continuation continuation;
+  };
+  static constexpr std::array<Row, 10> kTable{{{0xC1, {0, 0, 0}},
+                                               {0xDF, {1, 0x80, 0xBF}},
+                                               {0xE0, {2, 0xA0, 0xBF}},
+                                               {0xEC, {2, 0x80, 0xBF}},
+                                               {0xED, {2, 0x80, 0x9F}},
+                                               {0xEF, {2, 0x80, 0xBF}},
+                                               {0xF0, {3, 0x90, 0xBF}},
+                                               {0xF3, {3, 0x80, 0xBF}},
+                                               {0xF4, {3, 0x80, 0x8F}},
+                                               {0xFF, {0, 0, 0}}}};
+  const auto *row = std::find_if(kTable.begin(), kTable.end(),
+                                 [first](const Row &candidate) { return first <= candidate.last; });
+  return row->continuation;
+}
+
 // Length of the well-formed UTF-8 sequence that the text begins with; 0 when there is none.
+// REQUIRES: the text is not empty.
 std::size_t sequenceLength(std::string_view text) {
   const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-  const unsigned first = byte(0);
-  if (first < 0x80) {
+  if (byte(0) < 0x80) {
     return 1;
   }
-  const std::size_t length = first >= 0xF0 ? 4 : first >= 0xE0 ? 3 : 2;
-  if (first < 0xC2 || first > 0xF4 || text.size() < length) {
+  Continuation next = continuationOf(byte(0));
+  if (next.count == 0 || text.size() <= next.count) {
     return 0;
   }
-  for (std::size_t i = 1; i < length; ++i) {
-    if ((byte(i) & 0xC0U) != 0x80U) {
+  for (std::size_t i = 1; i <= next.count; ++i) {
+    if (byte(i) < next.low || byte(i) > next.high) {
       return 0;
     }
+    next.low = 0x80;
+    next.high = 0xBF;
   }
-  const unsigned second = byte(1);
-  const bool overlong = (first == 0xE0 && second < 0xA0) || (first == 0xF0 && second < 0x90);
-  const bool beyond = (first == 0xED && second > 0x9F) || (first == 0xF4 && second > 0x8F);
-  return overlong || beyond ? 0 : length;
+  return next.count + 1;
 }
 
 bool isUtf8(std::string_view text) {
@@ -203,7 +230,9 @@ std::map<DemandKey, std::int64_t> orderedByNode(const OrderData &data) {
   std::map<DemandKey, std::int64_t> demand;
   for (const auto &[key, quantity] : readOrders(data)) {
     const auto &[grade, period, customer, width] = key;
-    demand[{grade + '_' + customer + '_' + threeDecimals(width), period}] += quantity;
+    std::string node = grade;
+    node.append("_").append(customer).append("_").append(threeDecimals(width));
+    demand[{node, period}] += quantity;
   }
   return demand;
 }

@@ -77,7 +77,7 @@ TEST(ImportGrammar, TakesTheValuesOfALine) {
 }
 
 TEST(ImportGrammar, AllowsQuotesAndBracketsInsideAName) {
-  const auto command = parseCommand("addnodetoset \"G_<x> 5\" \"G \"best\"_C_30.000\"");
+  const auto command = parseCommand(R"(addnodetoset "G_<x> 5" "G "best"_C_30.000")");
   ASSERT_TRUE(command.has_value());
   EXPECT_EQ((*command)["set"], "G_<x> 5");
   EXPECT_EQ((*command)["node"], "G \"best\"_C_30.000");
@@ -98,54 +98,57 @@ TEST(ImportGrammar, RefusesWhatTheProgramDoesNotWrite) {
       "addcommodity <name> \"Deckle0x10\"",
       "addcommodity <name> \"Reel100\"",
       "blockset G",
-      "blockset \"G\" <node> \"G\"",
-      "addattach <node> \"N\" <in> True <commodity> \"Waste\"",
-      "addattach <node> \"N\" <commodity> \"Waste\" <in> true",
-      "addattach <node> \"N\" <commodity> \"DemandWidth30\" <in> False <quantity> 2.0",
-      "addattach <node> \"N\" <commodity> \"DemandWidth30\" <in> False <quantity> +2",
-      "addattach <node> \"N\" <commodity> \"DemandWidth30\" <in> False <quantity> 02",
+      R"(blockset "G" <node> "G")",
+      R"(addattach <node> "N" <in> True <commodity> "Waste")",
+      R"(addattach <node> "N" <commodity> "Waste" <in> true)",
+      R"(addattach <node> "N" <commodity> "DemandWidth30" <in> False <quantity> 2.0)",
+      R"(addattach <node> "N" <commodity> "DemandWidth30" <in> False <quantity> +2)",
+      R"(addattach <node> "N" <commodity> "DemandWidth30" <in> False <quantity> 02)",
       "# End of Corvane import file."};
   for (const std::string &line : lines) {
     EXPECT_FALSE(parseCommand(line).has_value()) << line;
   }
 }
 
-TEST(ImportGrammar, ReadsEveryLineOfTheGoodFilesAsOneFamilyOnly) {
-  for (const char *file : {kDelayFile, kBatchFile, kPatternsFile}) {
-    EXPECT_THAT(complaintsOf(file, {.batch = file == kBatchFile, .ordinaryData = false}),
-                Not(HasSubstr("no line of the language")));
-  }
+struct GoodFile {
+  const char *name;
+  std::string text;
+  ImportOptions options;
+};
+
+void PrintTo(const GoodFile &file, std::ostream *out) {
+  *out << file.name;
 }
 
-TEST(ImportChecker, AcceptsGoodFiles) {
-  EXPECT_EQ(complaintsOf(kDelayFile, delayRun()), "");
-  EXPECT_EQ(complaintsOf(kBatchFile, batchRun()), "");
-  EXPECT_EQ(complaintsOf(kPatternsFile, patternsRun()), "");
+class GoodImportFile : public testing::TestWithParam<GoodFile> {};
+
+TEST_P(GoodImportFile, HasNoComplaint) {
+  EXPECT_EQ(complaintsOf(GetParam().text, GetParam().options), "");
 }
 
-TEST(ImportChecker, EveryLineOfAGoodFileIsNeededOrRepeatedByDesign) {
-  for (const std::string file : {kDelayFile, kBatchFile, kPatternsFile}) {
-    const ImportOptions options = file == kDelayFile   ? delayRun()
-                                  : file == kBatchFile ? batchRun()
-                                                       : patternsRun();
-    std::size_t begin = 0;
-    while (begin < file.size()) {
-      const std::size_t end = file.find('\n', begin) + 1;
-      const std::string line = file.substr(begin, end - begin);
-      const std::string rest = file.substr(0, begin) + file.substr(end);
-      // Attachments to a delay node and to a batch stand once per period or twice; the later amount
-      // of an order is checked against the orders, not here.
-      const bool repeated = rest.find(line) != std::string::npos;
-      const bool amount =
-          line.find("\"G_A_30.000\" <undercost> 50000 <storagemax> 0 <demandamount>") !=
-          std::string::npos;
-      if (!repeated && !amount) {
-        EXPECT_THAT(checkImport(rest, options), Not(IsEmpty())) << line;
-      }
-      begin = end;
+TEST_P(GoodImportFile, NeedsEveryLine) {
+  const std::string &file = GetParam().text;
+  for (std::size_t begin = 0; begin < file.size(); begin = file.find('\n', begin) + 1) {
+    const std::size_t end = file.find('\n', begin) + 1;
+    const std::string line = file.substr(begin, end - begin);
+    const std::string rest = file.substr(0, begin) + file.substr(end);
+    // The attachments of a delay node come again in each period, and the later amount of an order
+    // is compared with the orders, not here.
+    const bool repeated = rest.find(line) != std::string::npos;
+    const bool laterAmount =
+        line.find("\"G_A_30.000\" <undercost> 50000 <storagemax> 0 <demandamount>") !=
+        std::string::npos;
+    if (!repeated && !laterAmount) {
+      EXPECT_THAT(checkImport(rest, GetParam().options), Not(IsEmpty())) << line;
     }
   }
 }
+
+INSTANTIATE_TEST_SUITE_P(Import, GoodImportFile,
+                         testing::Values(GoodFile{"Delay", kDelayFile, delayRun()},
+                                         GoodFile{"Batch", kBatchFile, batchRun()},
+                                         GoodFile{"Patterns", kPatternsFile, patternsRun()}),
+                         [](const auto &file) { return std::string(file.param.name); });
 
 TEST(ImportChecker, ComplaintNamesTheLine) {
   const std::string good = kDelayFile;
@@ -184,71 +187,82 @@ void PrintTo(const Fault &fault, std::ostream *out) {
   *out << fault.name;
 }
 
-std::vector<Fault> faults() {
-  const std::string file = kDelayFile;
-  const std::string batch = kBatchFile;
-  const std::string patterns = kPatternsFile;
-  const std::string pattern0 = "\"G_Pattern_0_C_100\"";
-  std::vector<Fault> list{
-      {"RootTwice", twice(file, "addroot"), delayRun(), "below the first line"},
-      {"RootOfAnotherRun", file, batchRun(), "root of a run without batch"},
-      {"BatchRootInAPlainRun", batch, delayRun(), "root of a run with batch"},
-      {"CommodityTwice", twice(file, "\"DemandWidth30\""), delayRun(), "again"},
-      {"CommodityMissing", without(file, "\"DemandWidth30\""), delayRun(), "not declared"},
-      {"WasteMissing", without(patterns, "addcommodity <name> \"Waste\""), patternsRun(),
-       "\"Waste\" is not declared"},
-      {"WidthsDescending",
-       with(with(file, "\"DemandWidth45\"", "\"DemandWidth30\""), "\"DemandWidth30\"",
-            "\"DemandWidth45\""),
-       delayRun(), "after a wider one"},
-      {"WidthNotFinite",
-       with(file, "\"Deckle100\"\n",
-            "\"Deckle100\"\naddcommodity <name> "
-            "\"Deckleinf\"\n"),
-       delayRun(), "not finite"},
-      {"PeriodTwice", twice(file, "addperiod <name> \"2\""), delayRun(), "again"},
-      {"PeriodUnknown", with(file, "<period> \"2\"", "<period> \"3\""), delayRun(),
-       "uses the period \"3\", not declared"},
-      {"PeriodCount", file, {.periods = 3}, "2 periods instead of 3"},
-      {"TrailerMissing", without(file, "# End"), delayRun(), "no trailer"},
-      {"TrailerTwice", twice(file, "# End"), delayRun(), "below the trailer"},
-      {"LineBelowTrailer", file + "blockset \"G_A\"\n", delayRun(), "below the trailer"},
-      {"LastLineOpen", file.substr(0, file.size() - 1), delayRun(), "no line end"},
-      {"SectionsSwapped",
-       with(without(file, "\"DemandWidth30\""), "addperiod",
-            "addcommodity <name> \"DemandWidth30\"\naddperiod"),
-       delayRun(), "after a later section"},
-      {"MachineInOnePeriod", without(file, "\"M_C\" <period> \"2\""), delayRun(),
+const std::string file = kDelayFile;
+const std::string batch = kBatchFile;
+const std::string patterns = kPatternsFile;
+const std::string pattern0 = "\"G_Pattern_0_C_100\"";
+
+std::vector<Fault> headerFaults() {
+  return {{"RootTwice", twice(file, "addroot"), delayRun(), "below the first line"},
+          {"RootOfAnotherRun", file, batchRun(), "root of a run without batch"},
+          {"BatchRootInAPlainRun", batch, delayRun(), "root of a run with batch"},
+          {"CommodityTwice", twice(file, "\"DemandWidth30\""), delayRun(), "again"},
+          {"CommodityMissing", without(file, "\"DemandWidth30\""), delayRun(), "not declared"},
+          {"WasteMissing", without(patterns, "addcommodity <name> \"Waste\""), patternsRun(),
+           "\"Waste\" is not declared"},
+          {"WidthsDescending",
+           with(with(file, "\"DemandWidth45\"", "\"DemandWidth30\""), "\"DemandWidth30\"",
+                "\"DemandWidth45\""),
+           delayRun(), "after a wider one"},
+          {"WidthNotFinite",
+           with(file, "\"Deckle100\"\n",
+                "\"Deckle100\"\naddcommodity <name> "
+                "\"Deckleinf\"\n"),
+           delayRun(), "not finite"},
+          {"PeriodTwice", twice(file, "addperiod <name> \"2\""), delayRun(), "again"},
+          {"PeriodUnknown", with(file, "<period> \"2\"", "<period> \"3\""), delayRun(),
+           "uses the period \"3\", not declared"},
+          {"PeriodCount", file, {.periods = 3}, "2 periods instead of 3"},
+          {"TrailerMissing", without(file, "# End"), delayRun(), "no trailer"},
+          {"TrailerTwice", twice(file, "# End"), delayRun(), "below the trailer"},
+          {"LineBelowTrailer", file + "blockset \"G_A\"\n", delayRun(), "below the trailer"},
+          {"LastLineOpen", file.substr(0, file.size() - 1), delayRun(), "no line end"},
+          {"SectionsSwapped",
+           with(without(file, "\"DemandWidth30\""), "addperiod",
+                "addcommodity <name> \"DemandWidth30\"\naddperiod"),
+           delayRun(), "after a later section"}};
+}
+
+std::vector<Fault> machineFaults() {
+  return {
+      {"MachineInOnePeriod", without(file, R"("M_C" <period> "2")"), delayRun(),
        "\"M_C\" does not stand in every period"},
       {"MachineWithoutCoordinates", with(file, " <x> 10 <y> 210", ""), delayRun(),
        "has no coordinates"},
       {"MachineAtAnotherX", with(file, "<x> 10 ", "<x> 11 "), delayRun(), "the x 11 instead of 10"},
       {"CoordinatesInALaterPeriod",
-       with(file, "\"M_C\" <period> \"2\"", "\"M_C\" <x> 10 <y> 210 <period> \"2\""), delayRun(),
+       with(file, R"("M_C" <period> "2")", R"("M_C" <x> 10 <y> 210 <period> "2")"), delayRun(),
        "not the first"},
       {"MachineUndeclared", with(file, "addattach <node> \"M_C\"", "addattach <node> \"M_D\""),
        delayRun(), "attaches to \"M_D\""},
       {"ProcessInALaterPeriod", with(file, "<y> 0 <period> \"1\"", "<y> 0 <period> \"2\""),
-       delayRun(), "first period"},
-      {"PatternTwice", twice(file, "<name> " + pattern0), delayRun(), "again"},
-      {"PatternAtAnotherX", with(file, "<x> 420 ", "<x> 710 "), delayRun(),
-       "the x 710 instead of 420"},
-      {"PatternWithoutWaste", without(patterns, pattern0 + " <commodity> \"Waste\""), patternsRun(),
-       "one deckle, one waste"},
-      {"PatternWithoutYield", without(patterns, pattern0 + " <commodity> \"DemandWidth30\""),
-       patternsRun(), "and a yield"},
-      {"PatternDoesNotAddUp", with(file, "<quantity> 40", "<quantity> 41"), delayRun(),
-       "do not add up"},
-      {"PatternWithWasteLost", with(file, "<quantity> 40", "<quantity> 0"), delayRun(),
-       "do not add up"},
-      {"YieldOfNone", with(file, "<quantity> 2", "<quantity> 0"), delayRun(), "below 1"},
-      {"DeckleArcOfAnotherCost", with(file, "<cost> 10 ", "<cost> 11 "), delayRun(),
-       "the cost 11 instead of 10"},
-      {"DeckleArcInOnePeriod",
-       without(file, "<to> " + pattern0 +
-                         " <flow> 0 <fixed> False <opportunity> 0 <cost> 10 <min> 0 <max> "
-                         "+infinity <period> \"2\""),
-       delayRun(), "does not stand in every period"},
+       delayRun(), "first period"}};
+}
+
+std::vector<Fault> patternFaults() {
+  return {{"PatternTwice", twice(file, "<name> " + pattern0), delayRun(), "again"},
+          {"PatternAtAnotherX", with(file, "<x> 420 ", "<x> 710 "), delayRun(),
+           "the x 710 instead of 420"},
+          {"PatternWithoutWaste", without(patterns, pattern0 + " <commodity> \"Waste\""),
+           patternsRun(), "one deckle, one waste"},
+          {"PatternWithoutYield", without(patterns, pattern0 + " <commodity> \"DemandWidth30\""),
+           patternsRun(), "and a yield"},
+          {"PatternDoesNotAddUp", with(file, "<quantity> 40", "<quantity> 41"), delayRun(),
+           "do not add up"},
+          {"PatternWithWasteLost", with(file, "<quantity> 40", "<quantity> 0"), delayRun(),
+           "do not add up"},
+          {"YieldOfNone", with(file, "<quantity> 2", "<quantity> 0"), delayRun(), "below 1"},
+          {"DeckleArcOfAnotherCost", with(file, "<cost> 10 ", "<cost> 11 "), delayRun(),
+           "the cost 11 instead of 10"},
+          {"DeckleArcInOnePeriod",
+           without(file, "<to> " + pattern0 +
+                             " <flow> 0 <fixed> False <opportunity> 0 <cost> 10 <min> 0 <max> "
+                             "+infinity <period> \"2\""),
+           delayRun(), "does not stand in every period"}};
+}
+
+std::vector<Fault> arcFaults() {
+  return {
       {"ArcFromNowhere", with(file, "<from> \"G_C_100\"", "<from> \"G_D_100\""), delayRun(),
        "joins \"G_D_100\""},
       {"ArcOfAnotherCommodity",
@@ -259,20 +273,24 @@ std::vector<Fault> faults() {
       {"YieldArcInALaterPeriod",
        with(file, "<cost> 0 <min> 0 <max> +infinity <period> \"1\"",
             "<cost> 0 <min> 0 <max> +infinity <period> \"2\""),
-       delayRun(), "first period"},
+       delayRun(), "first period"}};
+}
+
+std::vector<Fault> storeAndOrderFaults() {
+  return {
       {"StoreAttachUndeclared",
        with(file, "<node> \"G_C_45.000\" <commodity>", "<node> \"G_C_46.000\" <commodity>"),
        delayRun(), "attaches to \"G_C_46.000\""},
       {"SetOfUndeclaredNode",
-       with(file, "addnodetoset \"G_C\" \"G_C_45.000\"", "addnodetoset \"G_C\" \"G_C_46.000\""),
+       with(file, R"(addnodetoset "G_C" "G_C_45.000")", R"(addnodetoset "G_C" "G_C_46.000")"),
        delayRun(), "puts \"G_C_46.000\" into a set"},
       {"SetNeverABlock", without(file, "blockset \"G_C\""), delayRun(), "never becomes a block"},
       {"BlockSetOfNothing", with(file, "blockset \"G_C\"", "blockset \"G_D\""), delayRun(),
        "\"G_D\", which is empty"},
-      {"BlockMissing", without(file, "\"Block\" <name> \"G_A\""), delayRun(), "has no block"},
-      {"BlockOfNoSet", with(file, "\"Block\" <name> \"G_A\"", "\"Block\" <name> \"G_B\""),
-       delayRun(), "no block set"},
-      {"NodeInNoSet", without(file, "addnodetoset \"G_A\" \"G_A_45.000\""), delayRun(),
+      {"BlockMissing", without(file, R"("Block" <name> "G_A")"), delayRun(), "has no block"},
+      {"BlockOfNoSet", with(file, R"("Block" <name> "G_A")", R"("Block" <name> "G_B")"), delayRun(),
+       "no block set"},
+      {"NodeInNoSet", without(file, R"(addnodetoset "G_A" "G_A_45.000")"), delayRun(),
        "is in no set"},
       {"OrderTwice", twice(file, "\"G_A_45.000\" <x>"), delayRun(), "again"},
       {"OrderOfNone", with(file, "<demandamount> 4", "<demandamount> 0"), delayRun(), "below 1"},
@@ -283,15 +301,19 @@ std::vector<Fault> faults() {
        delayRun(), "no undercost line"},
       {"OrderAtAnotherX", with(file, "<x> 1200 ", "<x> 910 "), delayRun(), "instead of 1200"},
       {"OrderUnreached",
-       without(without(batch, "<from> \"G_C_45.000\" <to> \"G_A"),
-               "<from> \"G_C_45.000\" <to> \"G_A"),
+       without(without(batch, R"(<from> "G_C_45.000" <to> "G_A)"),
+               R"(<from> "G_C_45.000" <to> "G_A)"),
        batchRun(), "no freight arc reaches"},
       {"WidthYieldedByNoPattern", without(patterns, "\"DemandWidth45\" <in> False"), patternsRun(),
-       "no pattern yields \"DemandWidth45\""},
+       "no pattern yields \"DemandWidth45\""}};
+}
+
+std::vector<Fault> optionFaults() {
+  return {
       {"DelayWithoutDelay", file, {.delay = false, .periods = 2}, "run with delay"},
       {"DelayUndeclared", with(file, "<to> \"Rail_G_A_30.000\"", "<to> \"Ship_G_A_30.000\""),
        delayRun(), "\"Ship_G_A_30.000\""},
-      {"DelayInOnePeriod", without(file, "\"Rail_G_A_30.000\" <periodstodelay> 1 <period> \"2\""),
+      {"DelayInOnePeriod", without(file, R"("Rail_G_A_30.000" <periodstodelay> 1 <period> "2")"),
        delayRun(), "does not stand in every period"},
       {"BatchWithoutBatch", batch, {.delay = false, .periods = 2}, "run with batch"},
       {"BatchInOnePeriod", without(batch, "<batchsize> 1 <setup> 0 <period> \"2\""), batchRun(),
@@ -304,7 +326,10 @@ std::vector<Fault> faults() {
             "<to> " + pattern0 + " <flow> 0 <fixed> False <opportunity> 0 <cost> 10"),
        batchRun(), "instead of 0"},
       {"NetworkInAPatternsRun", file, patternsRun(), "patterns only"}};
-  return list;
+}
+
+std::string nameOf(const testing::TestParamInfo<Fault> &fault) {
+  return fault.param.name;
 }
 
 class ImportFault : public testing::TestWithParam<Fault> {};
@@ -313,8 +338,12 @@ TEST_P(ImportFault, IsCaught) {
   EXPECT_THAT(complaintsOf(GetParam().text, GetParam().options), HasSubstr(GetParam().complaint));
 }
 
-INSTANTIATE_TEST_SUITE_P(Import, ImportFault, testing::ValuesIn(faults()),
-                         [](const auto &fault) { return std::string(fault.param.name); });
+INSTANTIATE_TEST_SUITE_P(Header, ImportFault, testing::ValuesIn(headerFaults()), nameOf);
+INSTANTIATE_TEST_SUITE_P(Machine, ImportFault, testing::ValuesIn(machineFaults()), nameOf);
+INSTANTIATE_TEST_SUITE_P(Pattern, ImportFault, testing::ValuesIn(patternFaults()), nameOf);
+INSTANTIATE_TEST_SUITE_P(Arc, ImportFault, testing::ValuesIn(arcFaults()), nameOf);
+INSTANTIATE_TEST_SUITE_P(StoreOrder, ImportFault, testing::ValuesIn(storeAndOrderFaults()), nameOf);
+INSTANTIATE_TEST_SUITE_P(Option, ImportFault, testing::ValuesIn(optionFaults()), nameOf);
 
 TEST(ImportChecker, APatternOfAnotherGradeDoesNotServeAnOrder) {
   std::string text = kDelayFile;
@@ -355,8 +384,8 @@ TEST(ImportChecker, WidthsThatAreWrittenAlikeMayRepeatWhenTheDataAreOdd) {
 
 TEST(ImportChecker, AMissingFreightRateIsNoFaultUnlessRatesAreComplete) {
   std::string text = kBatchFile;
-  text = without(text, "<from> \"G_C_45.000\" <to> \"G_A");
-  text = without(text, "<from> \"G_C_45.000\" <to> \"G_A");
+  text = without(text, R"(<from> "G_C_45.000" <to> "G_A)");
+  text = without(text, R"(<from> "G_C_45.000" <to> "G_A)");
   ImportOptions options = batchRun();
   options.freightComplete = false;
   EXPECT_EQ(complaintsOf(text, options), "");

@@ -1,5 +1,6 @@
 #include "import_grammar.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdio>
@@ -141,77 +142,57 @@ bool isGeneralNumber(const std::string &text) {
   return !text.empty() && *end == '\0' && text == written.data();
 }
 
-struct Placeholder {
-  std::string_view kind;
-  std::string_view label;
-  std::string_view rest;
-};
-
-// REQUIRES: pattern begins with a placeholder.
-Placeholder takePlaceholder(std::string_view pattern) {
-  const std::size_t colon = pattern.find(':');
-  const std::size_t end = pattern.find('}');
-  return {pattern.substr(1, colon - 1), pattern.substr(colon + 1, end - colon - 1),
-          pattern.substr(end + 1)};
+// Length of the value at the start of the line: a name with its quotes, or a number; 0 when there
+// is none of this kind. A name may hold quotes of its own, but none that a blank follows: that is
+// where names end.
+std::size_t valueLength(std::string_view kind, std::string_view line) {
+  if (kind == "name") {
+    if (line.size() < 2 || line.front() != '"') {
+      return 0;
+    }
+    const std::size_t end = std::min(line.find("\" ", 1), line.size() - 1);
+    return line[end] == '"' ? end + 1 : 0;
+  }
+  const std::string text(line.substr(0, line.find_first_of("\" ")));
+  return (kind == "int" ? isInteger(text) : isGeneralNumber(text)) ? text.size() : 0;
 }
 
-class Matcher {
- public:
-  // Whether the rest of a line fits the rest of a template; fills the fields when it does.
-  bool match(std::string_view pattern, std::string_view line) {
+using Fields = std::map<std::string, std::string, std::less<>>;
+
+// The fields of a line that fits the template.
+std::optional<Fields> match(std::string_view pattern, std::string_view line) {
+  Fields fields;
+  while (true) {
     const std::size_t literal = std::min(pattern.find('{'), pattern.size());
     if (!line.starts_with(pattern.substr(0, literal))) {
-      return false;
+      return std::nullopt;
     }
     line.remove_prefix(literal);
     pattern.remove_prefix(literal);
     if (pattern.empty()) {
-      return line.empty();
+      return line.empty() ? std::optional(std::move(fields)) : std::nullopt;
     }
-    const Placeholder placeholder = takePlaceholder(pattern);
-    return placeholder.kind == "name" ? matchName(placeholder, line)
-                                      : matchNumber(placeholder, line);
+    const std::size_t colon = pattern.find(':');
+    const std::size_t end = pattern.find('}');
+    const std::string_view kind = pattern.substr(1, colon - 1);
+    const std::size_t length = valueLength(kind, line);
+    if (length == 0) {
+      return std::nullopt;
+    }
+    const std::string_view value = line.substr(0, length);
+    fields[std::string(pattern.substr(colon + 1, end - colon - 1))] =
+        kind == "name" ? value.substr(1, length - 2) : value;
+    line.remove_prefix(length);
+    pattern.remove_prefix(end + 1);
   }
-
-  std::map<std::string, std::string, std::less<>> takeFields() { return std::move(fields_); }
-
- private:
-  // A name may hold quotes of its own, but none that a blank follows: that is where names end.
-  bool matchName(const Placeholder &placeholder, std::string_view line) {
-    if (!line.starts_with('"')) {
-      return false;
-    }
-    std::size_t end = line.find("\" ", 1);
-    if (end == std::string_view::npos) {
-      end = line.size() - 1;
-    }
-    if (end == 0 || line[end] != '"' || !match(placeholder.rest, line.substr(end + 1))) {
-      return false;
-    }
-    fields_[std::string(placeholder.label)] = line.substr(1, end - 1);
-    return true;
-  }
-
-  bool matchNumber(const Placeholder &placeholder, std::string_view line) {
-    const std::string text(line.substr(0, line.find_first_of("\" ")));
-    const bool good = placeholder.kind == "int" ? isInteger(text) : isGeneralNumber(text);
-    if (!good || !match(placeholder.rest, line.substr(text.size()))) {
-      return false;
-    }
-    fields_[std::string(placeholder.label)] = text;
-    return true;
-  }
-
-  std::map<std::string, std::string, std::less<>> fields_;
-};
+}
 
 }  // namespace
 
 std::optional<Command> parseCommand(std::string_view line) {
   for (const Template &candidate : kTemplates) {
-    Matcher matcher;
-    if (matcher.match(candidate.text, line)) {
-      return Command{candidate.family, matcher.takeFields()};
+    if (std::optional<Fields> fields = match(candidate.text, line)) {
+      return Command{candidate.family, std::move(*fields)};
     }
   }
   return std::nullopt;

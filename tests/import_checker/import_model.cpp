@@ -358,41 +358,51 @@ void ImportModel::join(const Command &command, const std::string &commodity,
 
 void ImportModel::takeGrouping(const Command &command) {
   switch (command.family) {
-    case Family::kNodeToSet: {
-      const std::string &node = command["node"];
-      if (!isNode(Kind::kStore, node) && !isNode(Kind::kOrder, node)) {
-        complain(line_, "puts " + quoted(node) + " into a set, no such store or order is declared");
-      }
-      setLines_.try_emplace(command["set"], line_);
-      if (!members_[command["set"]].insert(node).second && options_.ordinaryData) {
-        complain(line_, "puts the node into the set again");
-      }
+    case Family::kNodeToSet:
+      putIntoSet(command["set"], command["node"]);
       break;
-    }
     case Family::kBlockSet:
-      if (!members_.contains(command["set"])) {
-        complain(line_, "makes a block of the set " + quoted(command["set"]) + ", which is empty");
-      }
-      if (!blockSets_.try_emplace(command["set"], line_).second && options_.ordinaryData) {
-        complain(line_, "makes a block of the set again");
-      }
+      makeBlockSet(command["set"]);
       break;
     case Family::kCutterBlock:
+      declareBlock(command["node"]);
+      expectFirstPeriod(command["period"]);
+      expectX(Kind::kStore, command["x"]);
+      break;
     case Family::kOrderBlock:
-      if (!blockSets_.contains(command["node"])) {
-        complain(line_, "is the block of " + quoted(command["node"]) + ", which is no block set");
-      }
-      nodes_[{Kind::kBlock, command["node"]}].line = line_;
-      if (command.family == Family::kCutterBlock) {
-        expectFirstPeriod(command["period"]);
-        expectX(Kind::kStore, command["x"]);
-      } else {
-        expectX(Kind::kOrder, command["x"]);
-      }
+      declareBlock(command["node"]);
+      expectX(Kind::kOrder, command["x"]);
       break;
     default:
       break;
   }
+}
+
+void ImportModel::putIntoSet(const std::string &set, const std::string &node) {
+  if (!isNode(Kind::kStore, node) && !isNode(Kind::kOrder, node)) {
+    complain(line_, "puts " + quoted(node) + " into a set, no such store or order is declared");
+  }
+  setLines_.try_emplace(set, line_);
+  grouped_.insert(node);
+  if (!members_.insert({set, node}).second && options_.ordinaryData) {
+    complain(line_, "puts the node into the set again");
+  }
+}
+
+void ImportModel::makeBlockSet(const std::string &set) {
+  if (!setLines_.contains(set)) {
+    complain(line_, "makes a block of the set " + quoted(set) + ", which is empty");
+  }
+  if (!blockSets_.try_emplace(set, line_).second && options_.ordinaryData) {
+    complain(line_, "makes a block of the set again");
+  }
+}
+
+void ImportModel::declareBlock(const std::string &name) {
+  if (!blockSets_.contains(name)) {
+    complain(line_, "is the block of " + quoted(name) + ", which is no block set");
+  }
+  nodes_[{Kind::kBlock, name}].line = line_;
 }
 
 void ImportModel::useCommodity(const std::string &name) {

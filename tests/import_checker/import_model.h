@@ -70,6 +70,9 @@ class ImportModel {
   void takeAttachment(const Command &command);
   void takeArc(const Command &command);
   void takeGrouping(const Command &command);
+  void putIntoSet(const std::string &set, const std::string &node);
+  void makeBlockSet(const std::string &set);
+  void declareBlock(const std::string &name);
 
   void declareCommodity(const std::string &name);
   void declareWidthCommodity(const std::string &prefix, const std::string &width);
@@ -89,7 +92,8 @@ class ImportModel {
   bool isNode(Kind kind, const std::string &name) const { return nodes_.contains({kind, name}); }
 
   void checkHeader();
-  void checkPeriods();
+  void checkNodePeriods();
+  void checkArcPeriods();
   void checkPatterns();
   void checkFlows();
   void checkSupply();
@@ -114,10 +118,11 @@ class ImportModel {
   std::map<std::string, std::set<std::string>> amountPeriods_;     // by order node
   std::map<std::string, Node> undercosts_;                         // by order node
   std::map<std::tuple<Family, std::string, std::string>, Arcs> arcs_;
-  std::set<std::string> entered_;                         // nodes that an arc leads to
-  std::set<std::pair<std::string, std::string>> left_;    // node and commodity that an arc takes
-  std::map<std::string, std::size_t> setLines_;           // first line that fills the set
-  std::map<std::string, std::set<std::string>> members_;  // by set
+  std::set<std::string> entered_;                          // nodes that an arc leads to
+  std::set<std::pair<std::string, std::string>> left_;     // node and commodity that an arc takes
+  std::map<std::string, std::size_t> setLines_;            // first line that fills the set
+  std::set<std::string> grouped_;                          // nodes that are in a set
+  std::set<std::pair<std::string, std::string>> members_;  // set and node
   std::map<std::string, std::size_t> blockSets_;
 };
 

@@ -17,7 +17,8 @@ std::string quoted(const std::string &name) {
 
 void ImportModel::finish() {
   checkHeader();
-  checkPeriods();
+  checkNodePeriods();
+  checkArcPeriods();
   checkPatterns();
   checkFlows();
   checkSupply();
@@ -49,20 +50,19 @@ bool ImportModel::fillsEveryPeriod(const std::map<std::string, int> &periods) co
                      [&](const auto &entry) { return entry.second == periods.begin()->second; });
 }
 
-void ImportModel::checkPeriods() {
+void ImportModel::checkNodePeriods() {
+  const std::set<Kind> inEveryPeriod{Kind::kMachine, Kind::kBatch, Kind::kStore, Kind::kDelay};
   for (const auto &[key, node] : nodes_) {
-    const bool inEveryPeriod = key.first == Kind::kMachine || key.first == Kind::kBatch ||
-                               key.first == Kind::kStore || key.first == Kind::kDelay;
-    if (inEveryPeriod && !fillsEveryPeriod(node.periods)) {
+    if (inEveryPeriod.contains(key.first) && !fillsEveryPeriod(node.periods)) {
       complain(node.line, "the node " + quoted(key.second) + " does not stand in every period");
     }
-    if (key.first == Kind::kOrder) {
-      const auto found = undercosts_.find(key.second);
-      if (found == undercosts_.end() || !fillsEveryPeriod(found->second.periods)) {
-        complain(node.line, "the order node has no undercost line in every period");
-      }
+    if (key.first == Kind::kOrder && !fillsEveryPeriod(undercosts_[key.second].periods)) {
+      complain(node.line, "the order node has no undercost line in every period");
     }
   }
+}
+
+void ImportModel::checkArcPeriods() {
   for (const auto &[key, arcs] : arcs_) {
     const auto &[family, from, to] = key;
     const bool firstOnly =
@@ -161,11 +161,8 @@ void ImportModel::checkSets() {
     }
   }
   for (const auto &[key, node] : nodes_) {
-    const bool grouped = key.first == Kind::kStore || key.first == Kind::kOrder;
-    if (grouped &&
-        std::none_of(members_.begin(), members_.end(), [&name = key.second](const auto &entry) {
-          return entry.second.contains(name);
-        })) {
+    const bool groups = key.first == Kind::kStore || key.first == Kind::kOrder;
+    if (groups && !grouped_.contains(key.second)) {
       complain(node.line, "the node " + quoted(key.second) + " is in no set");
     }
   }
