@@ -1,8 +1,6 @@
 #include "generation/column_generation.h"
 
-#include <algorithm>
 #include <ctime>
-#include <functional>
 #include <iostream>
 #include <memory>
 
@@ -18,11 +16,11 @@
 namespace {
 
 std::unique_ptr<Pattern> patternOf(const Candidate &candidate) {
-  std::array<double, kMostWidthsInPattern> widths = candidate.widths;
-  auto *end = widths.begin() + candidate.count;
-  std::sort(widths.begin(), end, std::greater<>());
   auto pattern = std::make_unique<Pattern>(candidate.trim);
-  std::for_each(widths.begin(), end, [&](double width) { pattern->widths.append(width); });
+  for (int pick = 0; pick < candidate.count; ++pick) {
+    pattern->widths.append(candidate.widths[static_cast<std::size_t>(pick)]);
+  }
+  sortWidthsDescending(*pattern);
   return pattern;
 }
 

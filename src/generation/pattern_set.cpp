@@ -92,10 +92,12 @@ skipList<Pattern> &PatternCompPattern::addRedCostSet() {
 }
 
 void PatternCompPattern::dropRedCostSets() {
-  qDeleteAll(redCostSets);
-  redCostSets.clear();
-  qDeleteAll(redCostComps);
-  redCostComps.clear();
+  while (!redCostSets.isEmpty()) {
+    delete redCostSets.takeFirst();
+  }
+  while (!redCostComps.isEmpty()) {
+    delete redCostComps.takeFirst();
+  }
 }
 
 PatternSets::~PatternSets() {

@@ -1,0 +1,5 @@
+#include "app/planner.h"
+
+int main() {
+  return runProcess();
+}

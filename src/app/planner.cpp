@@ -1,0 +1,145 @@
+#include "app/planner.h"
+
+#include <array>
+#include <csignal>
+#include <ctime>
+#include <iomanip>
+#include <iostream>
+#include <new>
+#include <string>
+
+#include "app/parameter_file.h"
+#include "app/process_objects.h"
+#include "core/fatal.h"
+#include "core/files.h"
+#include "core/pooled_allocation.h"
+#include "core/progress.h"
+#include "core/text.h"
+#include "export/block_nodes.h"
+#include "export/machine_nodes.h"
+#include "export/model_header.h"
+#include "export/pattern_nodes.h"
+#include "export/storage_nodes.h"
+#include "generation/generate_patterns.h"
+#include "planning/freight_rate_file.h"
+#include "planning/machine_file.h"
+#include "planning/order_file.h"
+
+namespace {
+
+// The local time as "2010/05/17 14:03:22".
+std::string timestamp() {
+  std::array<char, 80> buffer{};
+  const std::time_t now = std::time(nullptr);
+  const std::size_t length =
+      std::strftime(buffer.data(), buffer.size(), "%Y/%m/%d %X", std::localtime(&now));
+  return {buffer.data(), length};
+}
+
+void openLog(std::ofstream &log, const QString &name) {
+  if (!openForWriting(log, utf8(name), std::ios::app)) {
+    endRunOn(std::cerr, "Could not open log file: " + utf8(name));
+  }
+}
+
+void openImportFile(std::ofstream &file, const QString &name) {
+  if (!openForWriting(file, utf8(name), std::ios::trunc)) {
+    endRunOn(std::cerr, "Could not open import file: " + utf8(name));
+  }
+}
+
+GenerationSettings generationSettings(const RunParameters &parameters) {
+  GenerationSettings settings;
+  settings.maximumWidthsInPattern = parameters.maximumWidthsInPattern;
+  settings.widthPickSetSize = parameters.widthPickSetSize;
+  settings.stopGeneratingThreshold = parameters.stopGeneratingThreshold;
+  settings.newPatternsPerIteration = parameters.newPatternsPerIteration;
+  settings.timeLimit = parameters.timeLimit;
+  settings.seed = parameters.seed;
+  settings.occurMin = parameters.occurMin;
+  settings.barrier = parameters.solver == QLatin1String("Barrier");
+  return settings;
+}
+
+ExportSettings exportSettings(const RunParameters &parameters) {
+  ExportSettings settings;
+  settings.batch = parameters.batch != 0;
+  settings.delay = parameters.delay != 0;
+  settings.patternsOnly = parameters.patternsOnly == 1;
+  settings.daysPerPeriod = parameters.daysPerPeriod;
+  return settings;
+}
+
+// Returns the total demand in inches.
+double writeModel(const RunRecord &run, std::ofstream &stream, std::ostream &log) {
+  ModelData data(run.planning, run.patterns, exportSettings(run.parameters));
+  ImportFile file(stream);
+  writeRoot(data, file);
+  writeCommodities(data, file);
+  writePeriods(data, file);
+  if (data.settings.patternsOnly) {
+    writePatternNodes(data, file);
+  } else {
+    writeMachineNodes(data, file);
+    writePatternNodes(data, file);
+    writeStorageDemand(data, file);
+    writeBlocks(data, file, log);
+  }
+  writeTrailer(file);
+  return data.totalDemand;
+}
+
+void writeTotals(double totalDemand, qint32 totalPatterns, std::ostream &log) {
+  log << std::fixed << std::setprecision(4);
+  log << "Total demand in inches           : " << totalDemand << std::endl;
+  log << "Total number of patterns in model: " << totalPatterns << std::endl;
+}
+
+// A reader that closes its end of a pipe is a write fault like any other, not the end of the run.
+void ignoreClosedPipes() {
+#if defined(SIGPIPE)
+  std::signal(SIGPIPE, SIG_IGN);
+#endif
+}
+
+}  // namespace
+
+int runPlanner(RunRecord &run, PatternRandom &random, std::ofstream &log) {
+  zemPooledAllocation = 0;
+  std::ifstream parameterFile;
+  std::ofstream importProbe;
+  std::ifstream machineFile;
+  std::ifstream orderFile;
+  std::ifstream freightRateFile;
+  std::ofstream importFile;
+  RunParameters &parameters = run.parameters;
+  readParameters(parameters, parameterFile);
+  openLog(log, parameters.logFile);
+  log << "**** Start Corvane. " << timestamp() << " ****" << std::endl;
+  printParameters(parameters, log);
+  // Fails before the long computation rather than after it.
+  openImportFile(importProbe, parameters.output);
+  importProbe.close();
+  readMachineFile(run.planning, parameters.machineFile, machineFile, log);
+  readOrderFile(run.planning, parameters.orderFile, orderFile, log);
+  readFreightRateFile(run.planning, parameters.freightRateFile, freightRateFile, log);
+  ProgressLine progress;
+  generatePatterns(run.planning, generationSettings(parameters), run.patterns, random, progress,
+                   log);
+  openImportFile(importFile, parameters.output);
+  const double totalDemand = writeModel(run, importFile, log);
+  importFile.close();
+  writeTotals(totalDemand, run.patterns.totalPatterns, log);
+  log << "**** End Corvane. " << timestamp() << " ****" << std::endl << std::endl;
+  log.close();
+  return 0;
+}
+
+int runProcess() noexcept {
+  ignoreClosedPipes();
+  try {
+    return runPlanner(runRecord, patternRandom, logStream);
+  } catch (const std::bad_alloc &) {
+    endRunOutOfMemory();
+  }
+}

@@ -1,0 +1,202 @@
+#include "app/run_parameters.h"
+
+#include <array>
+#include <iostream>
+#include <string>
+#include <variant>
+
+#include "core/numbers.h"
+#include "core/text.h"
+
+namespace {
+
+// The kinds of parameters: how a value is read and checked, and how it is printed. Each names the
+// field that it fills.
+
+// "True" or "False"; anything else changes nothing.
+struct Flag {
+  qint32 RunParameters::*field;
+
+  void set(RunParameters &parameters, const QString &value) const {
+    if (value == QLatin1String("True")) {
+      parameters.*field = 1;
+    } else if (value == QLatin1String("False")) {
+      parameters.*field = 0;
+    }
+  }
+  std::string print(const RunParameters &parameters) const {
+    return parameters.*field == 1 ? "True" : "False";
+  }
+};
+
+// An integer above 0; anything else changes nothing.
+struct PositiveInteger {
+  qint32 RunParameters::*field;
+
+  void set(RunParameters &parameters, const QString &value) const {
+    if (const qint32 number = parameterInteger(value); number > 0) {
+      parameters.*field = number;
+    }
+  }
+  std::string print(const RunParameters &parameters) const {
+    return std::to_string(parameters.*field);
+  }
+};
+
+// An integer that is moved to the nearer bound, with a message.
+struct ClampedInteger {
+  qint32 RunParameters::*field;
+  qint32 low;
+  qint32 high;
+  const char *belowMessage;
+  const char *aboveMessage;
+
+  void set(RunParameters &parameters, const QString &value) const {
+    qint32 number = parameterInteger(value);
+    if (number < low) {
+      std::cout << belowMessage << std::endl;
+      number = low;
+    } else if (number > high) {
+      std::cout << aboveMessage << std::endl;
+      number = high;
+    }
+    parameters.*field = number;
+  }
+  std::string print(const RunParameters &parameters) const {
+    return std::to_string(parameters.*field);
+  }
+};
+
+// Seconds; a negative number stands for none.
+struct OptionalSeconds {
+  qint32 RunParameters::*field;
+
+  void set(RunParameters &parameters, const QString &value) const {
+    parameters.*field = parameterInteger(value);
+  }
+  std::string print(const RunParameters &parameters) const {
+    return parameters.*field < 0 ? "None" : std::to_string(parameters.*field);
+  }
+};
+
+// A number from 0 to 100; anything else changes nothing.
+struct Threshold {
+  double RunParameters::*field;
+
+  void set(RunParameters &parameters, const QString &value) const {
+    if (const double number = parameterFloat(value); 0.0 <= number && number <= 100.0) {
+      parameters.*field = number;
+    }
+  }
+  std::string print(const RunParameters &parameters) const { return general(parameters.*field); }
+};
+
+// A percentage above 0; what is out of bounds is moved to 1 or 100, with two messages.
+struct PickSetPercentage {
+  double RunParameters::*field;
+
+  void set(RunParameters &parameters, const QString &value) const {
+    double number = parameterFloat(value);
+    if (number <= 0.0) {
+      std::cout << "Width Pick Set Size cannot be less than or equal to 0.0%." << std::endl
+                << "Setting Width Pick Set Size to 1.0%." << std::endl;
+      number = 1.0;
+    } else if (number > 100.0) {
+      std::cout << "Width Pick Set Size cannot be greater than 100.0%." << std::endl
+                << "Setting Width Pick Set Size to 100.0%." << std::endl;
+      number = 100.0;
+    }
+    parameters.*field = number;
+  }
+  std::string print(const RunParameters &parameters) const {
+    return general(parameters.*field) + "%";
+  }
+};
+
+struct Text {
+  QString RunParameters::*field;
+
+  void set(RunParameters &parameters, const QString &value) const { parameters.*field = value; }
+  std::string print(const RunParameters &parameters) const { return utf8(parameters.*field); }
+};
+
+// An unknown name changes nothing, whatever the message says of a default.
+struct SolverName {
+  QString RunParameters::*field;
+
+  void set(RunParameters &parameters, const QString &value) const {
+    if (value == QLatin1String("Dual") || value == QLatin1String("Barrier")) {
+      parameters.*field = value;
+    } else {
+      std::cout << "Solver " << utf8(value) << " invalid, using Dual by default." << std::endl;
+    }
+  }
+  std::string print(const RunParameters &parameters) const { return utf8(parameters.*field); }
+};
+
+struct Parameter {
+  const char *key;
+  const char *label;  // of the summary; null for none
+  std::variant<Flag, PositiveInteger, ClampedInteger, OptionalSeconds, Threshold, PickSetPercentage,
+               Text, SolverName>
+      kind;
+};
+
+using Run = RunParameters;
+
+// Every parameter once, in the order of the summary.
+const std::array<Parameter, 18> kParameters = {{
+    {"batch", "Batch                : ", Flag{&Run::batch}},
+    {"delay", "Delay                : ", Flag{&Run::delay}},
+    {"threshold", "Threshold            : ", Threshold{&Run::threshold}},
+    {"occur min", "Occur Min            : ", PositiveInteger{&Run::occurMin}},
+    {"days per period", "Days Per Period      : ", PositiveInteger{&Run::daysPerPeriod}},
+    {"maximum widths in pattern", "Max Widths In Pattern: ",
+     ClampedInteger{&Run::maximumWidthsInPattern, 5, 10,
+                    "Maximum widths in pattern cannot be less than 5.",
+                    "Maximum widths in pattern cannot be more than 10."}},
+    {"new patterns per iteration", "New Patterns per Iter: ",
+     ClampedInteger{&Run::newPatternsPerIteration, 10, 100000,
+                    "New patterns per iteration cannot be less than 10.",
+                    "New patterns per iteration cannot be greater than 100000."}},
+    {"width pick set size", "Width Pick Set Size  : ", PickSetPercentage{&Run::widthPickSetSize}},
+    {"stop generating threshold", "Stop Generating Thres: ",
+     ClampedInteger{&Run::stopGeneratingThreshold, 100, 10000,
+                    "Stop Generating Threshold cannot be less than 100.",
+                    "Stop Generating Threshold cannot be greater than 10000."}},
+    {"order file", "Order File           : ", Text{&Run::orderFile}},
+    {"machine file", "Machine File         : ", Text{&Run::machineFile}},
+    {"freight rate file", "Freight Rate File    : ", Text{&Run::freightRateFile}},
+    {"output", "Output File          : ", Text{&Run::output}},
+    {"log file", "Log File             : ", Text{&Run::logFile}},
+    {"solver", "Solver               : ", SolverName{&Run::solver}},
+    {"patterns only", "Patterns Only        : ", Flag{&Run::patternsOnly}},
+    {"time limit", "Time Limit           : ", OptionalSeconds{&Run::timeLimit}},
+    // Pattern generation logs the seed that it uses.
+    {"rand num gen seed", nullptr,
+     ClampedInteger{&Run::seed, 0, 10000, "Random Number Generator Seed cannot be less than 0.",
+                    "Random Number Generator Seed cannot be greater than 10000."}},
+}};
+
+}  // namespace
+
+bool setParameter(RunParameters &parameters, const QString &key, const QString &value) {
+  for (const Parameter &parameter : kParameters) {
+    if (key == QLatin1String(parameter.key)) {
+      std::visit([&](const auto &kind) { kind.set(parameters, value); }, parameter.kind);
+      return true;
+    }
+  }
+  return false;
+}
+
+void printParameters(const RunParameters &parameters, std::ostream &out) {
+  out << "Parameters:" << std::endl;
+  for (const Parameter &parameter : kParameters) {
+    if (parameter.label != nullptr) {
+      out << parameter.label
+          << std::visit([&](const auto &kind) { return kind.print(parameters); }, parameter.kind)
+          << std::endl;
+    }
+  }
+}

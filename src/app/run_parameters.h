@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QString>
+#include <iosfwd>
+
+// The settings of a run, with their defaults. Flags are 1
+// for true and 0 for false.
+struct RunParameters {
+  qint32 batch = 0;
+  qint32 delay = 1;
+  qint32 maximumWidthsInPattern = 5;
+  double threshold = 5.0;
+  qint32 occurMin = 1;
+  qint32 daysPerPeriod = 7;
+  qint32 newPatternsPerIteration = 100;
+  double widthPickSetSize = 10.0;  // percent
+  qint32 stopGeneratingThreshold = 1000;
+  QString orderFile = QStringLiteral("data\\orders.data");
+  QString machineFile = QStringLiteral("data\\machines.data");
+  QString freightRateFile = QStringLiteral("data\\freightRates.data");
+  QString output = QStringLiteral("data\\CV.imp");
+  QString logFile = QStringLiteral("data\\corvane.log");
+  QString solver = QStringLiteral("Dual");
+  qint32 patternsOnly = 0;
+  qint32 seed = -1;       // negative: from the clock
+  qint32 timeLimit = -1;  // seconds; negative: none
+};
+
+// Stores the value under the key of the parameter file, corrected where the key says so;
+// corrections are told on standard output. False when there is no such key.
+bool setParameter(RunParameters &parameters, const QString &key, const QString &value);
+
+// Writes the summary of the parameters.
+void printParameters(const RunParameters &parameters, std::ostream &out);
