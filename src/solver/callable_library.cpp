@@ -7,15 +7,22 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdio>
+#include <cstdlib>
 #include <new>
+#include <string>
 
 #include "solver/environment.h"
+#include "solver/solution_check.h"
 
 namespace {
 
 using corvane::lp::Answer;
 using corvane::lp::ColumnBatch;
+using corvane::lp::LinearProgram;
 using corvane::lp::Method;
+using corvane::lp::objective_value;
+using corvane::lp::reduced_cost;
 using corvane::lp::RowBatch;
 using corvane::lp::Settings;
 using corvane::lp::Status;
@@ -52,16 +59,13 @@ bool belongs(CPXENVptr env, CPXLPptr lp) {
   return env != nullptr && lp != nullptr && lp->environment == env;
 }
 
-Method method_for(const Settings &settings, Method asked) {
-  switch (settings.plain) {
-    case Settings::Plain::kPrimal:
-      return Method::kPrimal;
-    case Settings::Plain::kDual:
-      return Method::kDual;
-    case Settings::Plain::kOff:
-      break;
+// The one case in which the library speaks and stops: the debug switch asks it to.
+void stop_unless_right(const LinearProgram &program, const Answer &answer) {
+  if (const std::string complaint = check_answer(program, answer); !complaint.empty()) {
+    std::fprintf(stderr, "CORVANE_LP_CHECK: wrong answer to an LP of %d rows, %d columns:\n%s\n",
+                 program.rows(), program.columns(), complaint.c_str());
+    std::abort();
   }
-  return asked;
 }
 
 int solve(CPXENVptr env, CPXLPptr lp, Method asked) {
@@ -73,7 +77,20 @@ int solve(CPXENVptr env, CPXLPptr lp, Method asked) {
     if (!lp->loaded) {
       return kNotLoaded;
     }
-    lp->answer = lp->solver.solve(lp->program, method_for(env->settings, asked));
+    lp->answer = lp->solver.solve(lp->program, asked, env->settings, env->known);
+    if (env->settings.check) {
+      stop_unless_right(lp->program, lp->answer);
+    }
+    return kSuccess;
+  });
+}
+
+// What speeds up the next solve of the same matrix; running out of memory here only loses that.
+void remember_matrix(cpxenv &env, cpxlp &lp) {
+  guarded([&]() -> int {
+    env.known.promising = lp.solver.promising(lp.program, lp.answer);
+    lp.solver = {};
+    env.known.pool = lp.program.release_pool();
     return kSuccess;
   });
 }
@@ -192,11 +209,7 @@ int CPXgetobjval(CPXENVptr env, CPXLPptr lp, double *value) {
   if (const int code = readable(env, lp, value, 0, 0, 1); code != kSuccess) {
     return code;
   }
-  double sum = 0.0;
-  for (const auto &[column, x] : lp->answer.activities) {
-    sum += lp->program.pool().cost[static_cast<std::size_t>(column)] * x;
-  }
-  *value = lp->program.objective_sense() * sum;
+  *value = lp->program.objective_sense() * objective_value(lp->program, lp->answer);
   return kSuccess;
 }
 
@@ -232,8 +245,7 @@ int CPXgetdj(CPXENVptr env, CPXLPptr lp, double *dj, int begin, int end) {
     return code;
   }
   for (int j = begin; j <= end; ++j) {
-    const double reduced =
-        corvane::lp::reduced_cost(lp->program.pool(), j, lp->answer.duals.data());
+    const double reduced = reduced_cost(lp->program.pool(), j, lp->answer.duals.data());
     dj[j - begin] = lp->program.objective_sense() == 1 ? reduced : 0.0 - reduced;
   }
   return kSuccess;
@@ -248,6 +260,7 @@ int CPXfreeprob(CPXENVptr env, CPXLPptr *lp) {
   if (found == env->problems.end()) {
     return kNoProblem;
   }
+  remember_matrix(*env, **found);
   env->problems.erase(found);
   *lp = nullptr;
   return kSuccess;

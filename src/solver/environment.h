@@ -7,8 +7,8 @@
 
 #include "solver/answer.h"
 #include "solver/linear_program.h"
-#include "solver/plain_solver.h"
 #include "solver/settings.h"
+#include "solver/solver.h"
 
 struct cpxlp {
   explicit cpxlp(cpxenv &owner) : environment(&owner) {}
@@ -17,7 +17,7 @@ struct cpxlp {
   corvane::lp::LinearProgram program;
   // False from a failed load on, until a load succeeds: there is nothing to solve then.
   bool loaded = true;
-  corvane::lp::PlainSolver solver;
+  corvane::lp::Solver solver;
   corvane::lp::Answer answer;
 };
 
@@ -25,5 +25,7 @@ struct cpxenv {
   explicit cpxenv(const corvane::lp::Settings &chosen) : settings(chosen) {}
 
   corvane::lp::Settings settings;
+  // Of the problem freed last: the next one often differs in its right-hand sides only.
+  corvane::lp::KnownMatrix known;
   std::vector<std::unique_ptr<cpxlp>> problems;
 };

@@ -8,6 +8,7 @@
 // costs, checks) is read from here, so that CLP may hold any subset of the columns.
 
 #include <limits>
+#include <utility>
 #include <vector>
 
 namespace corvane::lp {
@@ -73,6 +74,9 @@ class LinearProgram {
   const std::vector<double> &row_lower() const { return row_lower_; }
   const std::vector<double> &row_upper() const { return row_upper_; }
   int objective_sense() const { return objective_sense_; }
+
+  // Moves the columns out; the program is of no further use.
+  ColumnPool release_pool() { return std::move(pool_); }
 
   // True when all rows are >=, all columns run from 0 to infinity, and neither a cost nor a
   // coefficient is negative: the covering LPs of pattern generation.

@@ -2,8 +2,6 @@
 
 #include <numeric>
 
-#include "solver/trivial_lp.h"
-
 namespace corvane::lp {
 
 void PlainSolver::take_in_columns(const LinearProgram &lp) {
@@ -20,25 +18,23 @@ void PlainSolver::take_in_columns(const LinearProgram &lp) {
   }
 }
 
+Status PlainSolver::run(Method method) {
+  return method == Method::kDual ? working_->dual() : working_->primal();
+}
+
 Answer PlainSolver::solve(const LinearProgram &lp, Method method) {
-  if (std::optional<Answer> answer = solve_trivial(lp)) {
-    return *std::move(answer);
-  }
-  if (method != Method::kPrimal) {
+  if (method == Method::kDual) {
     working_.reset();
   }
   take_in_columns(lp);
-  Status status = Status::kOther;
-  switch (method) {
-    case Method::kPrimal:
-      status = working_->primal();
-      break;
-    case Method::kDual:
-      status = working_->dual();
-      break;
-    case Method::kBarrier:
-      status = working_->barrier();
-      break;
+  Status status = run(method);
+  // What one simplex gives up on, the other often settles.
+  for (const Method again : {Method::kPrimal, Method::kDual}) {
+    if (status == Status::kOther) {
+      working_.reset();
+      take_in_columns(lp);
+      status = run(again);
+    }
   }
   if (status == Status::kOptimal) {
     return working_->answer();

@@ -4,21 +4,22 @@
 
 #include "solver/answer.h"
 #include "solver/linear_program.h"
+#include "solver/method.h"
 #include "solver/working_lp.h"
 
 namespace corvane::lp {
 
-enum class Method { kPrimal, kDual, kBarrier };
-
 // Solves any linear program by handing all of it to CLP.
 class PlainSolver {
  public:
-  // Primal goes on from the basis of the last solve, with columns added since at a bound; the
-  // others start afresh. `lp` must be the same object at every call, and only grow.
+  // kPrimal goes on from the basis of the last solve, with columns added since at a bound; kDual
+  // starts afresh. There is no barrier here: CLP's ends the process on some programs that are not
+  // covering programs. `lp` must be the same object at every call, and only grow.
   Answer solve(const LinearProgram &lp, Method method);
 
  private:
   void take_in_columns(const LinearProgram &lp);
+  Status run(Method method);
 
   std::unique_ptr<WorkingLp> working_;
 };

@@ -36,7 +36,7 @@ class WorkingLp {
   Status primal();
   Status dual();
 
-  // Barrier, crossover, and a clean-up that ends at a vertex; see barrier.cpp.
+  // Barrier, crossover, and a clean-up that ends at a vertex; see barrier.h. For covering programs.
   Status barrier();
 
   // Back to all rows basic and all columns at a bound.
@@ -53,6 +53,9 @@ class WorkingLp {
   // The answer of the last solve, which must have been optimal.
   Answer answer() const;
   std::vector<double> duals() const;
+
+  // The power of two that costs are handed to CLP with.
+  double cost_scale() const { return cost_scale_; }
 
   // False when the program has grown numbers of another magnitude since construction: a new
   // working LP is due.

@@ -1,0 +1,7 @@
+#pragma once
+
+namespace corvane::lp {
+
+enum class Method { kPrimal, kDual, kBarrier };
+
+}  // namespace corvane::lp

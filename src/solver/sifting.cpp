@@ -1,0 +1,141 @@
+#include "solver/sifting.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <memory>
+#include <tuple>
+#include <utility>
+
+namespace corvane::lp {
+
+namespace {
+
+// A reduced cost above this is as good as none, for costs of ordinary size.
+constexpr double kPricingTolerance = 1e-9;
+constexpr int kLeastMovedIn = 50;
+
+struct Priced {
+  double reduced_cost;
+  int column;
+
+  // By reduced cost, then by age: the order does not depend on the sorting algorithm.
+  bool operator<(const Priced &other) const {
+    return std::tie(reduced_cost, column) < std::tie(other.reduced_cost, other.column);
+  }
+};
+
+// The `count` first in order, in the order of the pool.
+std::vector<int> first_columns(std::vector<Priced> &candidates, std::size_t count) {
+  if (candidates.size() > count) {
+    std::nth_element(candidates.begin(), candidates.begin() + static_cast<std::ptrdiff_t>(count),
+                     candidates.end());
+    candidates.resize(count);
+  }
+  std::vector<int> columns;
+  columns.reserve(candidates.size());
+  for (const Priced &candidate : candidates) {
+    columns.push_back(candidate.column);
+  }
+  std::sort(columns.begin(), columns.end());
+  return columns;
+}
+
+}  // namespace
+
+Sifting::Sifting(const LinearProgram &lp, const std::vector<int> &columns) : lp_(lp) {
+  rebuild(columns);
+}
+
+void Sifting::rebuild(const std::vector<int> &columns) {
+  is_in_.assign(static_cast<std::size_t>(lp_.columns()), 0);
+  for (const int column : columns) {
+    is_in_[static_cast<std::size_t>(column)] = 1;
+  }
+  working_ = std::make_unique<WorkingLp>(lp_, columns);
+}
+
+void Sifting::move_in(const std::vector<int> &columns) {
+  is_in_.resize(static_cast<std::size_t>(lp_.columns()), 0);
+  for (const int column : columns) {
+    is_in_[static_cast<std::size_t>(column)] = 1;
+  }
+  working_->add_columns(columns);
+}
+
+void Sifting::take_in_from(int begin) {
+  std::vector<int> columns;
+  for (int j = begin; j < lp_.columns(); ++j) {
+    columns.push_back(j);
+  }
+  if (!columns.empty()) {
+    move_in(columns);
+  }
+}
+
+bool Sifting::move_in_violated(const std::vector<double> &duals) {
+  is_in_.resize(static_cast<std::size_t>(lp_.columns()), 0);
+  if (static_cast<int>(working_->columns().size()) == lp_.columns()) {
+    return false;
+  }
+  const double tolerance = -kPricingTolerance / working_->cost_scale();
+  std::vector<Priced> violated;
+  for (int j = 0; j < lp_.columns(); ++j) {
+    if (is_in_[static_cast<std::size_t>(j)] != 0) {
+      continue;
+    }
+    if (const double d = reduced_cost(lp_.pool(), j, duals.data()); d < tolerance) {
+      violated.push_back({d, j});
+    }
+  }
+  if (violated.empty()) {
+    return false;
+  }
+  move_in(first_columns(violated, static_cast<std::size_t>(std::max(kLeastMovedIn, lp_.rows()))));
+  return true;
+}
+
+Status Sifting::optimise(Method first) {
+  if (!working_->scales_still_fit()) {
+    rebuild(std::vector<int>(working_->columns()));
+  }
+  Status status = first == Method::kPrimal ? working_->primal()
+                  : first == Method::kDual ? working_->dual()
+                                           : working_->barrier();
+  while (status == Status::kOptimal && move_in_violated(working_->duals())) {
+    status = working_->primal();
+  }
+  return status;
+}
+
+void Sifting::drop_surplus(const std::vector<double> &duals) {
+  const std::size_t rows = static_cast<std::size_t>(lp_.rows());
+  const std::vector<int> &held = working_->columns();
+  if (held.size() <= 3 * rows) {
+    return;
+  }
+  std::vector<int> kept;
+  std::vector<Priced> others;
+  for (int position = 0; position < static_cast<int>(held.size()); ++position) {
+    const int column = held[static_cast<std::size_t>(position)];
+    if (working_->is_basic(position)) {
+      kept.push_back(column);
+    } else {
+      others.push_back({reduced_cost(lp_.pool(), column, duals.data()), column});
+    }
+  }
+  const std::vector<int> basic = kept;
+  const std::vector<int> best = first_columns(others, 2 * rows - std::min(2 * rows, kept.size()));
+  kept.insert(kept.end(), best.begin(), best.end());
+  std::unique_ptr<WorkingLp> old = std::move(working_);
+  rebuild(kept);
+  for (int position = 0; position < static_cast<int>(basic.size()); ++position) {
+    working_->make_basic(position);
+  }
+  for (int row = 0; row < lp_.rows(); ++row) {
+    if (!old->row_is_basic(row)) {
+      working_->make_row_nonbasic(row);
+    }
+  }
+}
+
+}  // namespace corvane::lp

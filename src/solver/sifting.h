@@ -1,0 +1,56 @@
+#pragma once
+
+// Sifting: CLP holds a working set of the columns; the others wait in the pool.
+//
+//   solve the working set; y = its duals
+//   price every column of the pool outside it: d_j = c_j - A_j'y
+//   none below zero: the working set's optimum is that of the whole program
+//   otherwise move the most negative ones in and repeat
+//
+// With many more columns than rows this beats handing CLP all of them, since a primal simplex
+// updates reduced costs and weights of every column it holds in every iteration. (Bixby, Gregory,
+// Lustig, Marsten and Shanno, "Very large-scale linear programming", Operations Research 40,
+// 1992.)
+
+#include <vector>
+
+#include "solver/answer.h"
+#include "solver/linear_program.h"
+#include "solver/method.h"
+#include "solver/working_lp.h"
+
+namespace corvane::lp {
+
+class Sifting {
+ public:
+  // Starts with the given columns at the slack basis. `lp` must outlive it and only grow.
+  Sifting(const LinearProgram &lp, const std::vector<int> &columns);
+
+  // Moves the columns from `begin` on, which the pool has gained, in at once.
+  void take_in_from(int begin);
+
+  // To the optimum of the whole program. `first` solves the working set the first time; after
+  // that, and with kPrimal from the start, a warm primal simplex does. A status other than
+  // kOptimal is one of the working set and may not be that of the whole program.
+  Status optimise(Method first);
+
+  // Prices the pool with the duals of the last optimum and moves the most negative columns in.
+  // False when there are none.
+  bool move_in_violated(const std::vector<double> &duals);
+
+  // Keeps the working set small: beyond 3 columns a row, the non-basic ones of highest reduced
+  // cost leave until 2 a row are left. The basis stays.
+  void drop_surplus(const std::vector<double> &duals);
+
+  const WorkingLp &working() const { return *working_; }
+
+ private:
+  void move_in(const std::vector<int> &columns);
+  void rebuild(const std::vector<int> &columns);
+
+  const LinearProgram &lp_;
+  std::unique_ptr<WorkingLp> working_;
+  std::vector<char> is_in_;  // for each column of the pool, as far as it has been looked at
+};
+
+}  // namespace corvane::lp

@@ -1,0 +1,185 @@
+#include "solver/solution_check.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <sstream>
+#include <vector>
+
+#include "solver/plain_solver.h"
+#include "solver/trivial_lp.h"
+
+namespace corvane::lp {
+
+namespace {
+
+// CLP works to 1e-7; sums of many such terms come out a little above.
+constexpr double kFeasibility = 1e-6;
+constexpr double kObjective = 1e-9;
+
+class Check {
+ public:
+  Check(const LinearProgram &lp, const Answer &answer)
+      : lp_(lp),
+        answer_(answer),
+        x_(static_cast<std::size_t>(lp.columns()), 0.0),
+        activity_(static_cast<std::size_t>(lp.rows()), 0.0),
+        reduced_(static_cast<std::size_t>(lp.columns()), 0.0) {}
+
+  std::string run() {
+    if (!shape_is_right()) {
+      return complaint_.str();
+    }
+    spread();
+    rows();
+    columns();
+    vertex();
+    objectives();
+    return complaint_.str();
+  }
+
+ private:
+  bool shape_is_right() {
+    bool fits = answer_.duals.size() == static_cast<std::size_t>(lp_.rows());
+    int last = -1;
+    for (const auto &[column, value] : answer_.activities) {
+      fits = fits && column > last && column < lp_.columns() && std::isfinite(value);
+      last = column;
+    }
+    if (!fits) {
+      complain() << "the answer is not one of this program";
+    }
+    return fits;
+  }
+
+  void spread() {
+    const ColumnPool &pool = lp_.pool();
+    for (const auto &[column, value] : answer_.activities) {
+      const auto j = static_cast<std::size_t>(column);
+      x_[j] = value;
+      for (auto k = static_cast<std::size_t>(pool.start[j]);
+           k < static_cast<std::size_t>(pool.start[j + 1]); ++k) {
+        activity_[static_cast<std::size_t>(pool.row[k])] += pool.value[k] * value;
+      }
+    }
+    for (int j = 0; j < lp_.columns(); ++j) {
+      reduced_[static_cast<std::size_t>(j)] = reduced_cost(pool, j, answer_.duals.data());
+    }
+  }
+
+  // `value` between its bounds, and at that one which a positive or negative price belongs to.
+  void within(const char *what, std::size_t index, double value, double lower, double upper,
+              double price) {
+    const double room = kFeasibility * std::max(1.0, lp_.largest_bound());
+    if (!(value >= lower - room && value <= upper + room)) {
+      complain() << what << ' ' << index << " is " << value << ", outside " << lower << " .. "
+                 << upper;
+    }
+    const double no_price = kFeasibility * std::max(1.0, lp_.largest_cost());
+    if ((price > no_price && !(value <= lower + room)) ||
+        (price < -no_price && !(value >= upper - room)) || std::isnan(price)) {
+      complain() << what << ' ' << index << " is " << value << " within " << lower << " .. "
+                 << upper << " at a price of " << price;
+    }
+  }
+
+  void rows() {
+    for (std::size_t i = 0; i < activity_.size(); ++i) {
+      within("row", i, activity_[i], lp_.row_lower()[i], lp_.row_upper()[i], answer_.duals[i]);
+    }
+  }
+
+  void columns() {
+    for (std::size_t j = 0; j < x_.size(); ++j) {
+      within("column", j, x_[j], lp_.pool().lower[j], lp_.pool().upper[j], reduced_[j]);
+    }
+  }
+
+  void vertex() {
+    int between = 0;
+    for (std::size_t j = 0; j < x_.size(); ++j) {
+      if (x_[j] != 0.0 && x_[j] != lp_.pool().lower[j] && x_[j] != lp_.pool().upper[j]) {
+        ++between;
+      }
+    }
+    if (between > lp_.rows()) {
+      complain() << between << " columns between their bounds, but only " << lp_.rows() << " rows";
+    }
+  }
+
+  // The bound that a price belongs to, times that price; the wrong sign of a price without a bound
+  // is within tolerance by now, and counts nothing.
+  static double bound_value(double price, double lower, double upper) {
+    const double bound = price > 0.0 ? lower : upper;
+    return price == 0.0 || std::isinf(bound) ? 0.0 : price * bound;
+  }
+
+  void objectives() {
+    double dual = 0.0;
+    double size = 0.0;
+    const auto add = [&](double term) {
+      dual += term;
+      size += std::fabs(term);
+    };
+    for (std::size_t i = 0; i < activity_.size(); ++i) {
+      add(bound_value(answer_.duals[i], lp_.row_lower()[i], lp_.row_upper()[i]));
+    }
+    for (std::size_t j = 0; j < x_.size(); ++j) {
+      add(bound_value(reduced_[j], lp_.pool().lower[j], lp_.pool().upper[j]));
+    }
+    double primal = 0.0;
+    for (std::size_t j = 0; j < x_.size(); ++j) {
+      primal += lp_.pool().cost[j] * x_[j];
+      size += std::fabs(lp_.pool().cost[j] * x_[j]);
+    }
+    if (!(std::fabs(primal - dual) <= kObjective * size)) {
+      complain() << "objective " << primal << " of the columns, " << dual << " of the rows";
+    }
+  }
+
+  std::ostringstream &complain() {
+    complaint_.precision(17);
+    if (complaint_.tellp() > 0) {
+      complaint_ << '\n';
+    }
+    return complaint_;
+  }
+
+  const LinearProgram &lp_;
+  const Answer &answer_;
+  std::vector<double> x_;
+  std::vector<double> activity_;
+  std::vector<double> reduced_;
+  std::ostringstream complaint_;
+};
+
+}  // namespace
+
+double objective_value(const LinearProgram &lp, const Answer &answer) {
+  double sum = 0.0;
+  for (const auto &[column, x] : answer.activities) {
+    sum += lp.pool().cost[static_cast<std::size_t>(column)] * x;
+  }
+  return sum;
+}
+
+std::string check_optimal(const LinearProgram &lp, const Answer &answer) {
+  return Check(lp, answer).run();
+}
+
+std::string check_answer(const LinearProgram &lp, const Answer &answer) {
+  if (answer.status == Status::kOptimal) {
+    return check_optimal(lp, answer);
+  }
+  if (solve_trivial(lp)) {
+    return {};
+  }
+  const Answer plain = PlainSolver().solve(lp, Method::kPrimal);
+  if (plain.status == answer.status) {
+    return {};
+  }
+  return "status " + std::to_string(static_cast<int>(answer.status)) + ", but CLP says " +
+         std::to_string(static_cast<int>(plain.status));
+}
+
+}  // namespace corvane::lp

@@ -1,0 +1,83 @@
+#include "solver/solver.h"
+
+#include <numeric>
+#include <utility>
+
+#include "solver/trivial_lp.h"
+
+namespace corvane::lp {
+
+namespace {
+
+// With few rows and small batches CLP is quicker than the choice of what to give it.
+constexpr int kSmallRows = 40;
+constexpr int kSmallBatch = 100;
+
+// Up to this many columns a row, a dual simplex on all of them is quicker than sifting from a
+// start set; from a set known to be promising sifting pays sooner.
+constexpr long long kWholeColumnsPerRow = 40;
+constexpr long long kWholeKnownColumnsPerRow = 10;
+
+std::vector<int> all_columns(const LinearProgram &lp) {
+  std::vector<int> columns(static_cast<std::size_t>(lp.columns()));
+  std::iota(columns.begin(), columns.end(), 0);
+  return columns;
+}
+
+}  // namespace
+
+void Solver::start_sifting(const LinearProgram &lp, const KnownMatrix &known) {
+  first_columns_ = lp.columns();
+  const bool is_known = known.pool == lp.pool();
+  const long long whole = is_known ? kWholeKnownColumnsPerRow : kWholeColumnsPerRow;
+  sifting_ = std::make_unique<Sifting>(lp, lp.columns() <= whole * lp.rows() ? all_columns(lp)
+                                           : is_known ? starting_columns(lp, known.promising)
+                                                      : starting_columns(lp, {}));
+}
+
+void Solver::take_in_new_columns(const LinearProgram &lp) {
+  sifting_->drop_surplus(duals_);
+  if (lp.rows() < kSmallRows && lp.columns() - seen_columns_ <= kSmallBatch) {
+    sifting_->take_in_from(seen_columns_);
+  } else {
+    sifting_->move_in_violated(duals_);
+  }
+}
+
+Status Solver::sift(const LinearProgram &lp, Method method, const KnownMatrix &known) {
+  if (sifting_ != nullptr) {
+    take_in_new_columns(lp);
+    return sifting_->optimise(method);
+  }
+  start_sifting(lp, known);
+  // No cost is negative, so the slack basis is dual feasible.
+  return sifting_->optimise(method == Method::kBarrier ? method : Method::kDual);
+}
+
+std::vector<int> Solver::promising(const LinearProgram &lp, const Answer &answer) const {
+  if (sifting_ == nullptr || lp.columns() != first_columns_ || answer.status != Status::kOptimal) {
+    return {};
+  }
+  return promising_columns(lp, sifting_->working().columns(), answer);
+}
+
+Answer Solver::solve(const LinearProgram &lp, Method method, const Settings &settings,
+                     const KnownMatrix &known) {
+  if (std::optional<Answer> answer = solve_trivial(lp)) {
+    return *std::move(answer);
+  }
+  if (settings.plain == Settings::Plain::kOff && lp.is_covering()) {
+    const Status status = sift(lp, method, known);
+    seen_columns_ = lp.columns();
+    if (status == Status::kOptimal) {
+      Answer answer = sifting_->working().answer();
+      duals_ = answer.duals;
+      return answer;
+    }
+    sifting_.reset();
+  }
+  const bool dual = settings.plain == Settings::Plain::kDual;
+  return plain_.solve(lp, dual ? Method::kDual : Method::kPrimal);
+}
+
+}  // namespace corvane::lp
