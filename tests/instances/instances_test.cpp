@@ -1,0 +1,154 @@
+// Public cases whose best answers are known, each run through the whole program as a mill with one
+// grade, one cutter, one period and every width once.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iomanip>
+#include <iostream>
+#include <map>
+#include <numeric>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "core/skip_list_cursor.h"
+#include "import_checker.h"
+#include "program_run.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr double kTolerance = 1e-6;
+constexpr double kWithin = 0.005;
+
+struct Case {
+  const char *name;
+  int maximumWidths;
+  double bound;  // deckles; the exact optimum over all patterns, to nine decimals
+};
+
+void PrintTo(const Case &instance, std::ostream *out) {
+  *out << instance.name;
+}
+
+struct Demand {
+  double width;
+  int rolls;
+};
+
+struct Mill {
+  double deckle = 0.0;
+  std::vector<Demand> demands;
+};
+
+Mill readCase(const std::string &name) {
+  std::ifstream file(fs::path(CORVANE_CASES_DIR) / (name + ".txt"));
+  Mill mill;
+  file >> mill.deckle;
+  for (Demand demand{}; file >> demand.width >> demand.rolls;) {
+    mill.demands.push_back(demand);
+  }
+  return mill;
+}
+
+void writeData(const fs::path &folder, const Mill &mill, int maximumWidths) {
+  fs::create_directories(folder);
+  std::ofstream(folder / "Parameters.data") << "maximum widths in pattern=" << maximumWidths
+                                            << "\nnew patterns per iteration=1000\n"
+                                               "stop generating threshold=10000\n"
+                                               "rand num gen seed=1\n";
+  std::ofstream(folder / "machines.data") << "Mill,Cutter,Grade," << mill.deckle << ",1,1,1\n";
+  std::ofstream(folder / "freightRates.data") << "Customer,Mill,Truck,1,0\n";
+  std::ofstream orders(folder / "orders.data");
+  for (const Demand &demand : mill.demands) {
+    orders << "1,Grade," << demand.width << ',' << demand.rolls << ",Customer\n";
+  }
+}
+
+// What the patterns of a run use and make in the one period.
+struct Plan {
+  double paper = 0.0;
+  std::map<double, double> rolls;  // by width
+};
+
+void expectCuttable(const Pattern &pattern, double deckle, int maximumWidths) {
+  const double used = std::accumulate(pattern.widths.begin(), pattern.widths.end(), 0.0);
+  EXPECT_LE(used, deckle + kTolerance);
+  EXPECT_LE(pattern.widths.size(), maximumWidths);
+}
+
+void addPattern(const Pattern &pattern, double deckle, Plan &plan) {
+  ASSERT_EQ(pattern.xValues.size(), 1);
+  const double runs = pattern.xValues.first();
+  EXPECT_GE(runs, 0.0);
+  plan.paper += runs * deckle;
+  for (const double width : pattern.widths) {
+    plan.rolls[width] += runs;
+  }
+}
+
+// Every pattern with an activity enters the model, so those that do hold the whole objective.
+Plan planOf(const PatternSets &sets, int maximumWidths) {
+  Plan plan;
+  for (const PatternCompPattern *set : sets.deckleWidths) {
+    forEachElement(*set->patterns, [&](const Pattern &pattern) {
+      expectCuttable(pattern, set->deckleWidth, maximumWidths);
+      addPattern(pattern, set->deckleWidth, plan);
+    });
+  }
+  return plan;
+}
+
+std::string nameOf(const testing::TestParamInfo<Case> &instance) {
+  return std::string(instance.param.name) + "_" + std::to_string(instance.param.maximumWidths);
+}
+
+class PublicCase : public testing::TestWithParam<Case> {
+ protected:
+  void SetUp() override {
+    const Case &instance = GetParam();
+    mill_ = readCase(instance.name);
+    ASSERT_FALSE(mill_.demands.empty());
+    const fs::path folder = freshFolder(nameOf({instance, 0}));
+    writeData(folder / "data", mill_, instance.maximumWidths);
+    PlanningComparators comparators;
+    RunRecord record(comparators);
+    outcome_ = runProgram(folder, record);
+    plan_ = planOf(record.patterns, instance.maximumWidths);
+  }
+
+  Mill mill_;
+  Plan plan_;
+  RunOutcome outcome_;
+};
+
+TEST_P(PublicCase, ComesCloseToTheExactLinearBound) {
+  for (const Demand &demand : mill_.demands) {
+    EXPECT_GE(plan_.rolls[demand.width], demand.rolls - kTolerance) << demand.width;
+  }
+  const double deckles = plan_.paper / mill_.deckle;
+  std::cout << std::setprecision(11) << "deckles: " << deckles << ", bound: " << GetParam().bound
+            << '\n';
+  EXPECT_GE(deckles, GetParam().bound - kTolerance);
+  EXPECT_LE(deckles, GetParam().bound * (1.0 + kWithin));
+}
+
+TEST_P(PublicCase, WritesAnImportFileWithoutFault) {
+  const auto complaints =
+      import_checker::checkImport(outcome_.importFile, {.periods = 1, .freightComplete = true});
+  EXPECT_EQ(import_checker::describe(complaints), "");
+  EXPECT_EQ(outcome_.output, "");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Instances, PublicCase,
+    testing::Values(Case{"wiki5600", 5, 72.916666667}, Case{"wiki5600", 10, 72.916666667},
+                    Case{"esicup_pr087", 5, 246.997687861}, Case{"esicup_pr087", 10, 246.997687861},
+                    Case{"esicup_pr112", 5, 301.998721228}, Case{"esicup_pr112", 10, 301.998721228},
+                    Case{"roll6300_e3", 5, 44.825396825}, Case{"roll6300_e3", 10, 44.825396825}),
+    nameOf);
+
+}  // namespace

@@ -1,0 +1,161 @@
+// The sample mills, run as a planner runs them and with the other settings of the network model.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <ostream>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "demand_check.h"
+#include "import_checker.h"
+#include "program_run.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using import_checker::ImportOptions;
+using testing::ContainsRegex;
+using testing::HasSubstr;
+using testing::Not;
+
+const fs::path kRoot = CORVANE_SOURCE_DIR;
+
+struct Setting {
+  const char *name;
+  const char *lines;  // appended to the sample's parameters
+  ImportOptions options;
+};
+
+struct Sample {
+  const char *mill;
+  std::size_t periods;
+  Setting setting;
+};
+
+void PrintTo(const Sample &sample, std::ostream *out) {
+  *out << sample.mill << ' ' << sample.setting.name;
+}
+
+const std::vector<Setting> kSettings{
+    {"AsShipped", "", {}},
+    {"Batch", "batch=True\n", {.batch = true}},
+    {"NoDelay", "delay=False\n", {.delay = false}},
+    {"BatchNoDelay", "batch=True\ndelay=False\n", {.batch = true, .delay = false}},
+    {"PatternsOnly", "patterns only=True\nbatch=True\n", {.batch = true, .patternsOnly = true}},
+    {"Barrier", "solver=Barrier\n", {}}};
+
+std::vector<Sample> samples() {
+  std::vector<Sample> list;
+  for (const Setting &setting : kSettings) {
+    list.push_back({"small", 2, setting});
+    list.push_back({"three_mills", 6, setting});
+  }
+  return list;
+}
+
+std::string nameOf(const testing::TestParamInfo<Sample> &sample) {
+  return std::string(sample.param.mill) + "_" + sample.param.setting.name;
+}
+
+RunOutcome runSample(const std::string &mill, const Setting &setting, const std::string &folder) {
+  const fs::path copy = freshFolder(folder);
+  fs::create_directories(copy / "data");
+  for (const char *file :
+       {"Parameters.data", "machines.data", "orders.data", "freightRates.data"}) {
+    fs::copy_file(kRoot / "samples" / mill / "data" / file, copy / "data" / file);
+  }
+  std::ofstream(copy / "data" / "Parameters.data", std::ios::app) << setting.lines;
+  PlanningComparators comparators;
+  RunRecord record(comparators);
+  return runProgram(copy, record);
+}
+
+import_checker::OrderData ordersOf(const std::string &mill) {
+  const fs::path data = kRoot / "samples" / mill / "data";
+  return {contentOf(data / "machines.data"), contentOf(data / "orders.data")};
+}
+
+class SampleMill : public testing::TestWithParam<Sample> {
+ protected:
+  static RunOutcome run(const std::string &suffix = "") {
+    return runSample(GetParam().mill, GetParam().setting, nameOf({GetParam(), 0}) + suffix);
+  }
+};
+
+TEST_P(SampleMill, RunsWithoutWarningIntoAFaultlessModel) {
+  const RunOutcome outcome = run();
+  EXPECT_EQ(outcome.output, "");
+  EXPECT_THAT(outcome.log, Not(ContainsRegex("Warning|Error|No freight|Timed out|Demand Width")));
+  EXPECT_THAT(outcome.log, HasSubstr("**** End Corvane. "));
+  ImportOptions options = GetParam().setting.options;
+  options.periods = GetParam().periods;
+  options.freightComplete = true;
+  EXPECT_EQ(import_checker::describe(import_checker::checkImport(outcome.importFile, options)), "");
+}
+
+TEST_P(SampleMill, DemandsWhatIsOrdered) {
+  const RunOutcome outcome = run();
+  const import_checker::OrderData orders = ordersOf(GetParam().mill);
+  const bool patternsOnly = GetParam().setting.options.patternsOnly;
+  const double inches = patternsOnly ? 0.0 : import_checker::orderedInches(orders);
+  std::ostringstream total;
+  total << std::fixed;
+  total.precision(4);
+  total << "Total demand in inches           : " << inches << '\n';
+  EXPECT_THAT(outcome.log, HasSubstr(total.str()));
+  if (!patternsOnly) {
+    EXPECT_EQ(import_checker::describe(import_checker::checkDemand(outcome.importFile, orders)),
+              "");
+  }
+}
+
+TEST_P(SampleMill, GivesTheSameFileEveryTime) {
+  EXPECT_EQ(run().importFile, run("_again").importFile);
+}
+
+INSTANTIATE_TEST_SUITE_P(Samples, SampleMill, testing::ValuesIn(samples()), nameOf);
+
+std::vector<std::string> linesOf(const std::string &text) {
+  std::vector<std::string> lines;
+  std::istringstream stream(text);
+  for (std::string line; std::getline(stream, line);) {
+    lines.push_back(line);
+  }
+  return lines;
+}
+
+// The document's lines in blocks marked as lines of an import file.
+std::vector<std::string> examples() {
+  std::vector<std::string> lines;
+  bool example = false;
+  for (const std::string &line : linesOf(contentOf(kRoot / "docs" / "import-file.md"))) {
+    if (line.starts_with("```")) {
+      example = line == "```imp";
+    } else if (example) {
+      lines.push_back(line);
+    }
+  }
+  return lines;
+}
+
+// The document says that its examples are lines of these runs.
+TEST(SampleDocument, ExamplesAreLinesOfTheSmallSample) {
+  std::set<std::string> written;
+  for (const std::size_t setting : {0U, 1U, 2U}) {
+    const std::vector<std::string> lines = linesOf(
+        runSample("small", kSettings[setting], "document" + std::to_string(setting)).importFile);
+    written.insert(lines.begin(), lines.end());
+  }
+  EXPECT_FALSE(examples().empty());
+  for (const std::string &line : examples()) {
+    EXPECT_TRUE(written.contains(line)) << line;
+  }
+}
+
+}  // namespace
