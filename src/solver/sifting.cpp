@@ -1,6 +1,7 @@
 #include "solver/sifting.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <memory>
 #include <tuple>
@@ -13,6 +14,8 @@ namespace {
 // A reduced cost above this is as good as none, for costs of ordinary size.
 constexpr double kPricingTolerance = 1e-9;
 constexpr int kLeastMovedIn = 50;
+
+constexpr double kObjectiveTolerance = 1e-9;
 
 struct Priced {
   double reduced_cost;
@@ -94,17 +97,50 @@ bool Sifting::move_in_violated(const std::vector<double> &duals) {
   return true;
 }
 
-Status Sifting::optimise(Method first) {
-  if (!working_->scales_still_fit()) {
-    rebuild(std::vector<int>(working_->columns()));
+Status Sifting::solve_working_set(Method method) {
+  switch (method) {
+    case Method::kPrimal:
+      return working_->primal();
+    case Method::kDual:
+      return working_->dual();
+    case Method::kBarrier:
+      return working_->barrier();
   }
-  Status status = first == Method::kPrimal ? working_->primal()
-                  : first == Method::kDual ? working_->dual()
-                                           : working_->barrier();
+  return Status::kOther;
+}
+
+// Of a covering program the objective of the columns is that of the rows' duals, at the optimum
+// and nowhere else. CLP now and then stops with traces of its perturbation in either.
+bool Sifting::objectives_agree() const {
+  const Answer answer = working_->answer();
+  double primal = 0.0;
+  for (const auto &[column, x] : answer.activities) {
+    primal += lp_.pool().cost[static_cast<std::size_t>(column)] * x;
+  }
+  double dual = 0.0;
+  for (std::size_t i = 0; i < answer.duals.size(); ++i) {
+    dual += answer.duals[i] == 0.0 ? 0.0 : answer.duals[i] * lp_.row_lower()[i];
+  }
+  return std::fabs(primal - dual) <= kObjectiveTolerance * std::fabs(primal);
+}
+
+Status Sifting::sift(Method first) {
+  Status status = solve_working_set(first);
   while (status == Status::kOptimal && move_in_violated(working_->duals())) {
     status = working_->primal();
   }
   return status;
+}
+
+Status Sifting::optimise(Method first) {
+  if (!working_->scales_still_fit()) {
+    rebuild(std::vector<int>(working_->columns()));
+  }
+  Status status = sift(first);
+  if (status == Status::kOptimal && !objectives_agree()) {
+    status = sift(Method::kPrimal);
+  }
+  return status == Status::kOptimal && !objectives_agree() ? Status::kOther : status;
 }
 
 void Sifting::drop_surplus(const std::vector<double> &duals) {

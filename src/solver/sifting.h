@@ -12,6 +12,7 @@
 // Lustig, Marsten and Shanno, "Very large-scale linear programming", Operations Research 40,
 // 1992.)
 
+#include <memory>
 #include <vector>
 
 #include "solver/answer.h"
@@ -31,7 +32,7 @@ class Sifting {
 
   // To the optimum of the whole program. `first` solves the working set the first time; after
   // that, and with kPrimal from the start, a warm primal simplex does. A status other than
-  // kOptimal is one of the working set and may not be that of the whole program.
+  // kOptimal says that this did not work out, and nothing about the program.
   Status optimise(Method first);
 
   // Prices the pool with the duals of the last optimum and moves the most negative columns in.
@@ -45,6 +46,9 @@ class Sifting {
   const WorkingLp &working() const { return *working_; }
 
  private:
+  Status solve_working_set(Method method);
+  Status sift(Method first);
+  bool objectives_agree() const;
   void move_in(const std::vector<int> &columns);
   void rebuild(const std::vector<int> &columns);
 

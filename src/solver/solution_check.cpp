@@ -13,8 +13,15 @@ namespace corvane::lp {
 
 namespace {
 
-// CLP works to 1e-7; sums of many such terms come out a little above.
+// CLP works to 1e-7; sums of many such terms come out a little above. Beyond a size of 2^20 CLP
+// works on scaled numbers, and the tolerance grows with them.
 constexpr double kFeasibility = 1e-6;
+constexpr double kOrdinarySize = 0x1p20;
+
+double tolerance(double largest) {
+  return kFeasibility * std::max(1.0, largest / kOrdinarySize);
+}
+
 constexpr double kObjective = 1e-9;
 
 class Check {
@@ -70,12 +77,12 @@ class Check {
   // `value` between its bounds, and at that one which a positive or negative price belongs to.
   void within(const char *what, std::size_t index, double value, double lower, double upper,
               double price) {
-    const double room = kFeasibility * std::max(1.0, lp_.largest_bound());
+    const double room = tolerance(lp_.largest_bound());
     if (!(value >= lower - room && value <= upper + room)) {
       complain() << what << ' ' << index << " is " << value << ", outside " << lower << " .. "
                  << upper;
     }
-    const double no_price = kFeasibility * std::max(1.0, lp_.largest_cost());
+    const double no_price = tolerance(lp_.largest_cost());
     if ((price > no_price && !(value <= lower + room)) ||
         (price < -no_price && !(value >= upper - room)) || std::isnan(price)) {
       complain() << what << ' ' << index << " is " << value << " within " << lower << " .. "

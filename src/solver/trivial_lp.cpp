@@ -57,11 +57,28 @@ Answer each_at_its_cheapest(const LinearProgram &lp) {
   return answer;
 }
 
+// A row that is demanded and that no column covers. Without one a covering program has a solution.
+bool has_uncovered_row(const LinearProgram &lp) {
+  std::vector<char> is_covered(static_cast<std::size_t>(lp.rows()), 0);
+  for (const int row : lp.pool().row) {
+    is_covered[static_cast<std::size_t>(row)] = 1;
+  }
+  for (std::size_t i = 0; i < is_covered.size(); ++i) {
+    if (is_covered[i] == 0 && lp.row_lower()[i] > 0.0) {
+      return true;
+    }
+  }
+  return false;
+}
+
 }  // namespace
 
 std::optional<Answer> solve_trivial(const LinearProgram &lp) {
   if (bounds_cross(lp.row_lower(), lp.row_upper()) ||
       bounds_cross(lp.pool().lower, lp.pool().upper)) {
+    return with_status(Status::kInfeasible);
+  }
+  if (lp.is_covering() && has_uncovered_row(lp)) {
     return with_status(Status::kInfeasible);
   }
   if (!lp.pool().row.empty() && !(lp.is_covering() && zero_satisfies_rows(lp))) {

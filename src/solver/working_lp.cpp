@@ -24,16 +24,22 @@ class Silence : public CoinMessageHandler {
   CoinMessageHandler *clone() const override { return new Silence(*this); }
 };
 
-// The power of two that brings a largest magnitude into CLP's range, 1 for ordinary sizes.
+// The power of two that brings a largest magnitude to the nearer end of what CLP's absolute
+// tolerances are made for; 1 for ordinary sizes. No further than that end, so that the small
+// numbers beside a large one stay above the tolerances.
 double scale_for(double largest) {
-  constexpr double kSmallest = 0x1p-10;
-  constexpr double kLargest = 0x1p20;
-  if (largest == 0.0 || (largest >= kSmallest && largest <= kLargest)) {
+  constexpr int kLowestExponent = -10;
+  constexpr int kHighestExponent = 20;
+  if (largest == 0.0) {
     return 1.0;
   }
   int exponent = 0;
   std::frexp(largest, &exponent);
-  return std::ldexp(1.0, std::clamp(7 - exponent, -1000, 1000));
+  if (exponent > kHighestExponent) {
+    return std::ldexp(1.0, kHighestExponent - exponent);
+  }
+  return exponent < kLowestExponent ? std::ldexp(1.0, std::min(kLowestExponent - exponent, 1000))
+                                    : 1.0;
 }
 
 // CLP's own infinity is the largest double.
