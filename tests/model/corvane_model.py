@@ -113,7 +113,8 @@ def float_parameter(value):
         return 0.0
     number = float(match.group(1))
     try:
-        return struct.unpack("f", struct.pack("f", number))[0] if math.isfinite(number) else 0.0
+        # The "<" matters: it is the form that checks for overflow.
+        return struct.unpack("<f", struct.pack("<f", number))[0] if math.isfinite(number) else 0.0
     except OverflowError:
         return 0.0
 
@@ -1024,7 +1025,7 @@ class Generation:
     def best_fitting(self, free_width):
         best, choice = 0.0, None
         for price in self.prices:
-            if not price.width > free_width and not price.dual < best:
+            if not price.width > free_width and price.dual >= best:
                 best, choice = price.dual, price
         return choice
 
