@@ -74,6 +74,14 @@ TEST(SourceRules, AnExitIsFoundInCodeOnly) {
               ElementsAre("app/a.cpp:2: _Exit() outside core/fatal.cpp"));
 }
 
+TEST(SourceRules, TheSolversSelfCheckMayAbortButNotExit) {
+  EXPECT_THAT(ExitComplaints({{"solver/callable_library.cpp", "std::abort();\n"}}), IsEmpty());
+  EXPECT_THAT(ExitComplaints({{"solver/callable_library.cpp", "exit(1);\n"}}),
+              ElementsAre("solver/callable_library.cpp:1: exit() outside core/fatal.cpp"));
+  EXPECT_THAT(ExitComplaints({{"solver/sifting.cpp", "std::abort();\n"}}),
+              ElementsAre("solver/sifting.cpp:1: abort() outside core/fatal.cpp"));
+}
+
 TEST(SourceRules, CodeOnlyKeepsCodeAroundLiterals) {
   EXPECT_EQ(CodeOnly("a = 1'000; /* x\ny */ b('\"'); c(\"\\\"//\"); d"),
             "a = 1'000;     \n     b(   ); c(      ); d");

@@ -4,7 +4,9 @@
 //  - includes run one way: core <- planning <- generation <- export <- app;
 //  - the solver layer is a leaf: it includes no layer, and only generation includes it, through
 //    callable_library.h alone;
-//  - only core/fatal.cpp ends the process.
+//  - only core/fatal.cpp ends the process; beside it, the solver library's check of its own
+//  answers,
+//    which knows no layer, may abort in solver/callable_library.cpp.
 
 #include <string>
 #include <vector>
