@@ -63,6 +63,18 @@ std::vector<int> Solver::promising(const LinearProgram &lp, const Answer &answer
 
 Answer Solver::solve(const LinearProgram &lp, Method method, const Settings &settings,
                      const KnownMatrix &known) {
+  try {
+    return solve_or_throw(lp, method, settings, known);
+  } catch (...) {
+    // What CLP holds is of no use any more; the pool has all it takes to start again.
+    sifting_.reset();
+    plain_ = {};
+    throw;
+  }
+}
+
+Answer Solver::solve_or_throw(const LinearProgram &lp, Method method, const Settings &settings,
+                              const KnownMatrix &known) {
   if (std::optional<Answer> answer = solve_trivial(lp)) {
     return *std::move(answer);
   }

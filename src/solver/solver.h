@@ -17,7 +17,8 @@ namespace corvane::lp {
 class Solver {
  public:
   // `lp` must be the same object at every call, and only grow. `method` is kPrimal or kBarrier.
-  // `known` may be of any matrix: it helps when it is this one.
+  // `known` may be of any matrix: it helps when it is this one. What CLP
+  // throws comes through, and the next solve starts afresh.
   Answer solve(const LinearProgram &lp, Method method, const Settings &settings,
                const KnownMatrix &known);
 
@@ -26,6 +27,8 @@ class Solver {
   std::vector<int> promising(const LinearProgram &lp, const Answer &answer) const;
 
  private:
+  Answer solve_or_throw(const LinearProgram &lp, Method method, const Settings &settings,
+                        const KnownMatrix &known);
   void start_sifting(const LinearProgram &lp, const KnownMatrix &known);
   void take_in_new_columns(const LinearProgram &lp);
   Status sift(const LinearProgram &lp, Method method, const KnownMatrix &known);

@@ -102,16 +102,33 @@ WorkingLp::WorkingLp(const LinearProgram &lp, std::vector<int> columns)
       bound_scale_(scale_for(lp.largest_bound())),
       silence_(std::make_unique<Silence>()),
       clp_(std::make_unique<ClpSimplex>()) {
+  guarded([&] { load(); });
+}
+
+void WorkingLp::load() {
   clp_->passInMessageHandler(silence_.get());
   clp_->setLogLevel(0);
   clp_->scaling(0);
-  const ColumnArrays arrays(lp.pool(), columns_, cost_scale_, bound_scale_);
-  const std::vector<double> row_lower = clp_bounds(lp.row_lower(), bound_scale_);
-  const std::vector<double> row_upper = clp_bounds(lp.row_upper(), bound_scale_);
-  clp_->loadProblem(static_cast<int>(columns_.size()), lp.rows(), arrays.start.data(),
+  const ColumnArrays arrays(lp_.pool(), columns_, cost_scale_, bound_scale_);
+  const std::vector<double> row_lower = clp_bounds(lp_.row_lower(), bound_scale_);
+  const std::vector<double> row_upper = clp_bounds(lp_.row_upper(), bound_scale_);
+  clp_->loadProblem(static_cast<int>(columns_.size()), lp_.rows(), arrays.start.data(),
                     arrays.row.data(), arrays.value.data(), arrays.lower.data(),
                     arrays.upper.data(), arrays.cost.data(), row_lower.data(), row_upper.data());
   clp_->allSlackBasis(true);
+}
+
+// A CLP model that ran out of memory frees its arrays twice when it is destroyed. It is left alone
+// instead, together with the message handler that it points to.
+template <typename Operation>
+void WorkingLp::guarded(Operation operation) {
+  try {
+    operation();
+  } catch (...) {
+    static_cast<void>(clp_.release());
+    static_cast<void>(silence_.release());
+    throw;
+  }
 }
 
 WorkingLp::~WorkingLp() = default;
@@ -119,19 +136,18 @@ WorkingLp::~WorkingLp() = default;
 void WorkingLp::add_columns(std::span<const int> columns) {
   const ColumnArrays arrays(lp_.pool(), columns, cost_scale_, bound_scale_);
   columns_.insert(columns_.end(), columns.begin(), columns.end());
-  clp_->addColumns(static_cast<int>(columns.size()), arrays.lower.data(), arrays.upper.data(),
-                   arrays.cost.data(), arrays.start.data(), arrays.row.data(), arrays.value.data());
+  guarded([&] {
+    clp_->addColumns(static_cast<int>(columns.size()), arrays.lower.data(), arrays.upper.data(),
+                     arrays.cost.data(), arrays.start.data(), arrays.row.data(),
+                     arrays.value.data());
+  });
 }
 
 Status WorkingLp::run(bool use_dual) {
   constexpr double kIterationsPerLine = 200.0;
   const double lines = static_cast<double>(columns_.size()) + lp_.rows();
   clp_->setMaximumIterations(static_cast<int>(std::min(10000.0 + kIterationsPerLine * lines, 1e9)));
-  if (use_dual) {
-    clp_->dual();
-  } else {
-    clp_->primal();
-  }
+  guarded([&] { use_dual ? clp_->dual() : clp_->primal(); });
   return status_of(*clp_);
 }
 
@@ -144,12 +160,8 @@ Status WorkingLp::dual() {
 }
 
 Status WorkingLp::barrier() {
-  solve_by_barrier(*clp_);
+  guarded([&] { solve_by_barrier(*clp_); });
   return run(true);
-}
-
-void WorkingLp::set_slack_basis() {
-  clp_->allSlackBasis(true);
 }
 
 bool WorkingLp::is_basic(int position) const {

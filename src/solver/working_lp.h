@@ -5,6 +5,9 @@
 // CLP is used plainly: silent, no scaling, no presolve, everything else its default. Costs and
 // bounds of unusual size are handed over times a power of two, which is exact and keeps CLP's
 // absolute tolerances meaningful; every number that comes back is in the caller's units again.
+//
+// Any operation may throw std::bad_alloc or what CLP throws; after that the object can only be
+// destroyed.
 
 #include <memory>
 #include <span>
@@ -39,9 +42,6 @@ class WorkingLp {
   // Barrier, crossover, and a clean-up that ends at a vertex; see barrier.h. For covering programs.
   Status barrier();
 
-  // Back to all rows basic and all columns at a bound.
-  void set_slack_basis();
-
   // The pool indices, in CLP's order. Positions below are positions in this list.
   const std::vector<int> &columns() const { return columns_; }
 
@@ -62,6 +62,9 @@ class WorkingLp {
   bool scales_still_fit() const;
 
  private:
+  template <typename Operation>
+  void guarded(Operation operation);
+  void load();
   Status run(bool use_dual);
   double value(int position) const;
 
