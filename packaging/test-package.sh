@@ -1,10 +1,12 @@
 #!/usr/bin/env bash
 # Builds the Debian package and tries it: unpacked into a folder, from where the program must run as
 # it stands; and, as root, installed, run on the small sample and removed, with nothing left behind.
+#
+#   packaging/test-package.sh [BUILD_FOLDER]     (a finished build; without one it makes its own)
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-build=$PWD/build/package
+build=$(realpath -m "${1:-build/package}")
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 
@@ -16,8 +18,10 @@ run_small_sample() {  # run_small_sample PREFIX NAME: runs the copy of the progr
   [ "$(tail -n 1 "$mill/data/CV.imp")" = "# End of Corvane. import file." ]
 }
 
-cmake -G Ninja -S . -B "$build" -DCMAKE_BUILD_TYPE=Release -DCORVANE_BUILD_TESTS=OFF
-cmake --build "$build"
+if [ $# -eq 0 ]; then
+  cmake -G Ninja -S . -B "$build" -DCMAKE_BUILD_TYPE=Release -DCORVANE_BUILD_TESTS=OFF
+  cmake --build "$build"
+fi
 rm -f "$build"/corvane_*.deb
 (cd "$build" && cpack)
 package=$(echo "$build"/corvane_*.deb)

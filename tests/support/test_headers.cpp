@@ -1,2 +1,4 @@
 // Carries the precompiled headers that the test executables share (tests/CMakeLists.txt).
-int main() { return 0; }
+int main() {
+  return 0;
+}
