@@ -1,0 +1,116 @@
+// The steps of a run, each with its clock.
+
+#include "export/model_header.h"
+#include "generation/column_generation.h"
+#include "generation/final_selection.h"
+#include "generation/pattern_report.h"
+#include "interposed.h"
+#include "planning/freight_rate_file.h"
+#include "planning/machine_file.h"
+#include "planning/order_file.h"
+#include "resources.h"
+
+using bench::interposed;
+using bench::Phase;
+using bench::Step;
+
+// Calls that go to NAME from other files come to timedNAME; realNAME is the one of the program.
+#define CORVANE_WRAP(result, name, mangled, ...)             \
+  result real##name(__VA_ARGS__) __asm__("__real_" mangled); \
+  result timed##name(__VA_ARGS__) __asm__("__wrap_" mangled)
+
+CORVANE_WRAP(void, ReadMachineFile,
+             "_Z15readMachineFileR12PlanningDataRK7QStringRSt14basic_ifstreamIcSt11char_"
+             "traitsIcEERSo",
+             PlanningData &, const QString &, std::ifstream &, std::ostream &);
+CORVANE_WRAP(void, ReadOrderFile,
+             "_Z13readOrderFileR12PlanningDataRK7QStringRSt14basic_ifstreamIcSt11char_"
+             "traitsIcEERSo",
+             PlanningData &, const QString &, std::ifstream &, std::ostream &);
+CORVANE_WRAP(void, ReadFreightRateFile,
+             "_Z19readFreightRateFileR12PlanningDataRK7QStringRSt14basic_ifstreamIcSt11char_"
+             "traitsIcEERSo",
+             PlanningData &, const QString &, std::ifstream &, std::ostream &);
+CORVANE_WRAP(void, GenerateColumns,
+             "_Z15generateColumnsRK11GradeDemandRKSt6vectorIdSaIdEERK17GenerationContext",
+             const GradeDemand &, const std::vector<double> &, const GenerationContext &);
+CORVANE_WRAP(void, SelectPatterns,
+             "_Z14selectPatternsRK11QLinkedListI7QStringES3_RK11DemandTableRK18GenerationSettings"
+             "R11PatternSetsR12ProgressLineRSo",
+             const QLinkedList<QString> &, const QLinkedList<QString> &, const DemandTable &,
+             const GenerationSettings &, PatternSets &, ProgressLine &, std::ostream &);
+CORVANE_WRAP(void, ReportPatterns,
+             "_Z14reportPatternsRK11QLinkedListI7QStringEiRK11DemandTableR11PatternSetsiRSo",
+             const QLinkedList<QString> &, int, const DemandTable &, PatternSets &, qint32,
+             std::ostream &);
+CORVANE_WRAP(void, PrunePatterns, "_Z13prunePatternsR11PatternSets", PatternSets &);
+CORVANE_WRAP(void, WriteRoot, "_Z9writeRootRK9ModelDataR10ImportFile", const ModelData &,
+             ImportFile &);
+
+#undef CORVANE_WRAP
+
+namespace {
+
+double countPatterns(const PatternSets &sets) {
+  double count = 0;
+  for (const PatternCompPattern *set : sets.deckleWidths) {
+    count += set->patterns->count();
+  }
+  return count;
+}
+
+}  // namespace
+
+void timedReadMachineFile(PlanningData &data, const QString &name, std::ifstream &file,
+                          std::ostream &log) {
+  const Step step(Phase::kReading);
+  realReadMachineFile(data, name, file, log);
+}
+
+void timedReadOrderFile(PlanningData &data, const QString &name, std::ifstream &file,
+                        std::ostream &log) {
+  const Step step(Phase::kReading);
+  realReadOrderFile(data, name, file, log);
+}
+
+void timedReadFreightRateFile(PlanningData &data, const QString &name, std::ifstream &file,
+                              std::ostream &log) {
+  const Step step(Phase::kReading);
+  realReadFreightRateFile(data, name, file, log);
+  interposed().result->readMemory = bench::peakMemory();
+}
+
+void timedGenerateColumns(const GradeDemand &demand, const std::vector<double> &deckleWidths,
+                          const GenerationContext &context) {
+  const Step step(Phase::kGenerationRest);
+  realGenerateColumns(demand, deckleWidths, context);
+}
+
+void timedSelectPatterns(const QLinkedList<QString> &grades, const QLinkedList<QString> &periods,
+                         const DemandTable &demand, const GenerationSettings &settings,
+                         PatternSets &sets, ProgressLine &progress, std::ostream &log) {
+  interposed().result->patterns = countPatterns(sets);
+  const Step step(Phase::kFinalRest);
+  realSelectPatterns(grades, periods, demand, settings, sets, progress, log);
+}
+
+void timedReportPatterns(const QLinkedList<QString> &grades, int periodCount,
+                         const DemandTable &demand, PatternSets &sets, qint32 occurMin,
+                         std::ostream &log) {
+  const Step step(Phase::kReport);
+  realReportPatterns(grades, periodCount, demand, sets, occurMin, log);
+}
+
+void timedPrunePatterns(PatternSets &sets) {
+  {
+    const Step step(Phase::kPrune);
+    realPrunePatterns(sets);
+  }
+  interposed().result->keptPatterns = countPatterns(sets);
+}
+
+// The first line of the import file; what follows is export to the end of the run.
+void timedWriteRoot(const ModelData &data, ImportFile &file) {
+  interposed().exporting = std::make_unique<Step>(Phase::kExport);
+  realWriteRoot(data, file);
+}

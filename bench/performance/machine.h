@@ -1,0 +1,10 @@
+#pragma once
+
+#include <ostream>
+
+namespace bench {
+
+// Processor, cores, memory, system, compiler and date, one a line. Names no host and no path.
+void describeMachine(std::ostream &out);
+
+}  // namespace bench

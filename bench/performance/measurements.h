@@ -1,0 +1,47 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "mill_generator.h"
+#include "planner_run.h"
+
+namespace bench {
+
+// A generated mill in a folder of its own, which goes with it.
+class Mill {
+ public:
+  Mill(const MillShape &shape, const std::filesystem::path &parent);
+  Mill(const Mill &) = delete;
+  Mill &operator=(const Mill &) = delete;
+  ~Mill();
+
+  const std::filesystem::path &folder() const { return folder_; }
+
+ private:
+  std::filesystem::path folder_;
+};
+
+// Each of these is measured in a process of its own.
+
+RunResult measureRun(const Mill &mill, const RunKind &kind);
+
+// The LPs of one run, solved again: seconds of processor time.
+struct SolverTimes {
+  double mastersLayer;
+  double mastersPlain;  // one warm primal simplex over all columns
+  double finalsLayer;
+  double finalsPrimal;  // cold, over all columns
+  double finalsDual;
+};
+SolverTimes measureSolver(const Mill &mill);
+
+struct FileTimes {
+  double work;       // of the program
+  double reference;  // of reading and splitting, or writing and flushing, the same lines
+  double bytes;      // of the import file, or of the memory at its peak
+};
+FileTimes measureReading(const Mill &mill);
+FileTimes measureExport(const Mill &mill);
+
+}  // namespace bench
