@@ -96,6 +96,9 @@ class _Maker:
         self.customers = self.some(CUSTOMERS, 1, 3)
         self.periods = self.some(PERIODS, 1, 3)
         self.deckles = self.make_deckles()
+        self.pick = None
+        if self.chance(0.01):
+            self.make_awkward_pick()
         machines = self.machine_lines()
         orders = self.order_lines()
         rates = self.freight_lines()
@@ -110,6 +113,12 @@ class _Maker:
         self.break_something()
         if self.chance(0.12):
             self.mill.environment["CORVANE_SCRIPTED_LP_SCRIPT"] = self.script()
+
+    def make_awkward_pick(self):
+        """A count of widths whose percentage is a whole number that rounding may miss."""
+        self.pick = self.random.choice([(50, "58"), (100, "29"), (100, "57"), (75, "56"),
+                                        (50, "56"), (100, "58"), (50, "30"), (100, "33")])
+        self.periods, self.deckles, self.oddity = self.periods[:1], [100.0], 0.0
 
     def make_deckles(self):
         if self.chance(0.02):
@@ -156,6 +165,9 @@ class _Maker:
         return widths
 
     def order_lines(self):
+        if self.pick:
+            return [[self.periods[0], self.makeable[0], "%.1f" % (10 + 0.7 * n), self.quantity(),
+                     self.customers[0]] for n in range(self.pick[0])]
         widths = self.order_widths()
         lines = []
         for _ in range(self.random.randint(1, self.most_lines)):
@@ -220,7 +232,9 @@ class _Maker:
             self.seed_line(lines)
             self.effort_lines(lines)
         content = "".join("%s=%s\n" % tuple(line) for line in lines)
-        return (content + self.random.choice(["", "", "", "batch=True", "#", "x=y", "=", "\r"])).encode()
+        unused = self.random.choice(["", "", "", "batch=True", "#", "x=y", "=", "\r",
+                                     "batch=True" + "x" * 1020])
+        return (content + unused).encode()
 
     def seed_line(self, lines):
         if self.mill.unseeded:
@@ -243,7 +257,9 @@ class _Maker:
             lines.append(["occur min", str(self.random.randint(1, 6))])
         if self.chance(0.3):
             lines.append(["maximum widths in pattern", str(self.random.randint(4, 11))])
-        if self.chance(0.4):
+        if self.pick:
+            lines.append(["width pick set size", self.pick[1]])
+        elif self.chance(0.4):
             lines.append(["width pick set size",
                           self.random.choice(["1", "10", "50", "100", "75.5", "99.9", "0"])])
         if self.chance(0.2):
@@ -307,6 +323,11 @@ class _Maker:
             content = b"\xef\xbb\xbf" + content
         if self.chance(0.06):
             content = content.rstrip(b"\r\n") + self.random.choice([b"", b"", b"\r", b","])
+        if self.chance(0.06):
+            # The last read of a file speaks about its fields and is then dropped.
+            fields = self.random.choice(records or [[""]])
+            content += separator.join(field.encode() for field in
+                                      fields[:self.random.randrange(len(fields))] + ["\r"])
         if self.chance(0.05):
             content += self.padded(content[-40:].replace(b"\n", b""),
                                    self.random.choice([1022, 1023, 1024, 1025, 2047, 2048, 5000]))
