@@ -12,8 +12,9 @@
 //  - that every width that is demanded is yielded by a pattern of its grade.
 //
 // Exceptions that the program makes by design and that are no complaint: the DemandWidth0 of a
-// pattern without widths, a pattern wider than its deckle (its waste is then 0), delay nodes and
-// their lines repeated for each cutter, and an order node without freight arcs.
+// pattern without widths, a roll of width 0 that no arc takes from its pattern, a pattern wider
+// than its deckle (its waste is then 0), delay nodes and their lines repeated for each cutter, and
+// an order node without freight arcs.
 //
 // Nothing of the program is used here, so that a fault in it cannot hide itself.
 

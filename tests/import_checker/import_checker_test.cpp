@@ -382,6 +382,17 @@ TEST(ImportChecker, WidthsThatAreWrittenAlikeMayRepeatWhenTheDataAreOdd) {
   EXPECT_THAT(complaintsOf(text, delayRun()), HasSubstr("again"));
 }
 
+TEST(ImportChecker, ZeroIsOneWidthHoweverItIsWrittenWhenTheDataAreOdd) {
+  std::string text = with(kPatternsFile, "\"Deckle100\"", "\"Deckle-0\"");
+  for (std::size_t at = 0; (at = text.find("\"Deckle100\"")) != std::string::npos;) {
+    text.replace(at, 11, "\"Deckle0\"");
+  }
+  ImportOptions odd = patternsRun();
+  odd.ordinaryData = false;
+  EXPECT_EQ(complaintsOf(text, odd), "");
+  EXPECT_THAT(complaintsOf(text, patternsRun()), HasSubstr("\"Deckle0\", not declared"));
+}
+
 TEST(ImportChecker, AMissingFreightRateIsNoFaultUnlessRatesAreComplete) {
   std::string text = kBatchFile;
   text = without(text, R"(<from> "G_C_45.000" <to> "G_A)");

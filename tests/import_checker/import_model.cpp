@@ -109,13 +109,18 @@ void ImportModel::declareCommodity(const std::string &name) {
 }
 
 void ImportModel::declareWidthCommodity(const std::string &prefix, const std::string &width) {
-  declareCommodity(prefix + width);
+  declareCommodity(widthCommodity(prefix, width));
   const double value = number(width);
   const auto last = lastWidth_.find(prefix);
   if (last != lastWidth_.end() && value < last->second) {
     complain(line_, "declares its width after a wider one");
   }
   lastWidth_[prefix] = value;
+}
+
+// Among odd data, 0 and -0 are one width that is written in two ways.
+std::string ImportModel::widthCommodity(const std::string &prefix, const std::string &width) const {
+  return prefix + (width == "-0" && !options_.ordinaryData ? "0" : width);
 }
 
 void ImportModel::takeNode(const Command &command) {
@@ -221,11 +226,12 @@ void ImportModel::takeAttachment(const Command &command) {
       attach(command, "Machine_Time", true, {Kind::kCutter});
       break;
     case Family::kDeckleCapacity:
-      attach(command, "Deckle" + wide, false, {Kind::kCutter});
+      attach(command, widthCommodity("Deckle", wide), false, {Kind::kCutter});
       break;
     case Family::kDeckleIn:
     case Family::kDeckleOut:
-      attach(command, "Deckle" + wide, command.family == Family::kDeckleIn, {Kind::kBatch});
+      attach(command, widthCommodity("Deckle", wide), command.family == Family::kDeckleIn,
+             {Kind::kBatch});
       break;
     case Family::kPatternDeckle:
     case Family::kPatternYield:
@@ -233,13 +239,14 @@ void ImportModel::takeAttachment(const Command &command) {
       takePatternLine(command);
       break;
     case Family::kWidthIn:
-      attach(command, "DemandWidth" + wide, true, {Kind::kStore, Kind::kDelay, Kind::kOrder});
+      attach(command, widthCommodity("DemandWidth", wide), true,
+             {Kind::kStore, Kind::kDelay, Kind::kOrder});
       if (isNode(Kind::kOrder, command["node"])) {
-        orderCommodity_[command["node"]] = "DemandWidth" + wide;
+        orderCommodity_[command["node"]] = widthCommodity("DemandWidth", wide);
       }
       break;
     case Family::kWidthOut:
-      attach(command, "DemandWidth" + wide, false, {Kind::kStore, Kind::kDelay});
+      attach(command, widthCommodity("DemandWidth", wide), false, {Kind::kStore, Kind::kDelay});
       break;
     case Family::kWasteIn:
       attach(command, "Waste", true, {Kind::kWasteDemand});
@@ -253,7 +260,7 @@ void ImportModel::takePatternLine(const Command &command) {
   const std::string &name = command["node"];
   PatternContent &content = patterns_[name];
   if (command.family == Family::kPatternDeckle) {
-    attach(command, "Deckle" + command["width"], true, {Kind::kPattern});
+    attach(command, widthCommodity("Deckle", command["width"]), true, {Kind::kPattern});
     content.deckles.push_back(number(command["width"]));
   } else if (command.family == Family::kPatternWaste) {
     attach(command, "Waste", false, {Kind::kPattern});
@@ -261,17 +268,19 @@ void ImportModel::takePatternLine(const Command &command) {
     content.wastes.push_back(number(command["waste"]));
   } else {
     const double count = number(command["count"]);
-    const bool empty = command["width"] == "0" && count == 0.0;
-    if (empty) {
-      // A pattern without widths names a width that no order has, and sends it nowhere.
-      commodities_.insert("DemandWidth0");
+    if (number(command["width"]) == 0.0) {
+      // No arc takes a roll without width from a pattern; and a pattern without widths names one
+      // that no order has.
       left_.insert({name, "DemandWidth0"});
+    }
+    if (number(command["width"]) == 0.0 && count == 0.0) {
+      commodities_.insert("DemandWidth0");
     } else if (count < 1.0) {
       complain(line_, "yields a count below 1");
     }
-    attach(command, "DemandWidth" + command["width"], false, {Kind::kPattern});
-    content.flows.insert("DemandWidth" + command["width"]);
-    yieldingPatterns_["DemandWidth" + command["width"]].insert(name);
+    attach(command, widthCommodity("DemandWidth", command["width"]), false, {Kind::kPattern});
+    content.flows.insert(widthCommodity("DemandWidth", command["width"]));
+    yieldingPatterns_[widthCommodity("DemandWidth", command["width"])].insert(name);
     ++content.yields;
     content.cut += number(command["width"]) * count;
   }
@@ -298,7 +307,7 @@ void ImportModel::takeArc(const Command &command) {
       break;
     case Family::kDeckleArc: {
       const bool free = isNode(Kind::kBatch, command["from"]);
-      join(command, "Deckle" + wide,
+      join(command, widthCommodity("Deckle", wide),
            {{Kind::kCutter, options_.batch ? Kind::kBatch : Kind::kPattern},
             {Kind::kBatch, Kind::kPattern}});
       expectNumber("cost", command["cost"], free ? 0 : 10);
@@ -308,7 +317,7 @@ void ImportModel::takeArc(const Command &command) {
       break;
     }
     case Family::kYieldArc:
-      join(command, "DemandWidth" + wide, {{Kind::kPattern, Kind::kStore}});
+      join(command, widthCommodity("DemandWidth", wide), {{Kind::kPattern, Kind::kStore}});
       expectFirstPeriod(command["period"]);
       break;
     case Family::kWasteArc:
@@ -316,10 +325,10 @@ void ImportModel::takeArc(const Command &command) {
       break;
     case Family::kFreightArc:
       if (options_.delay) {
-        join(command, "DemandWidth" + wide,
+        join(command, widthCommodity("DemandWidth", wide),
              {{Kind::kStore, Kind::kDelay}, {Kind::kDelay, Kind::kOrder}});
       } else {
-        join(command, "DemandWidth" + wide, {{Kind::kStore, Kind::kOrder}});
+        join(command, widthCommodity("DemandWidth", wide), {{Kind::kStore, Kind::kOrder}});
       }
       break;
     default:

@@ -76,6 +76,7 @@ class ImportModel {
 
   void declareCommodity(const std::string &name);
   void declareWidthCommodity(const std::string &prefix, const std::string &width);
+  std::string widthCommodity(const std::string &prefix, const std::string &width) const;
   void declareNode(Kind kind, const Command &command, bool first);
   void declareProcess(const Command &command);
   void declareOrder(const Command &command, bool first);

@@ -146,6 +146,9 @@ std::vector<std::string> examples() {
 
 // The document says that its examples are lines of these runs.
 TEST(SampleDocument, ExamplesAreLinesOfTheSmallSample) {
+  if (CORVANE_OTHER_SOLVER != 0) {
+    GTEST_SKIP() << "Another solver may give another of several optima.";
+  }
   std::set<std::string> written;
   for (const std::size_t setting : {0U, 1U, 2U}) {
     const std::vector<std::string> lines = linesOf(
