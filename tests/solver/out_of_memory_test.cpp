@@ -1,0 +1,164 @@
+// Every allocation of a run fails once; then, from every fifth on, all of them. A code, never a
+// crash.
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <new>
+#include <vector>
+
+#include "solver/cutting_stock.h"
+
+namespace {
+
+long allocations = 0;
+long fails_at = -1;     // the allocation that fails, -1 for none
+bool fails_on = false;  // all later ones too
+
+void *allocate(std::size_t size) {
+  const long number = allocations++;
+  if (fails_at >= 0 && (number == fails_at || (fails_on && number > fails_at))) {
+    throw std::bad_alloc();
+  }
+  if (void *memory = std::malloc(size == 0 ? 1 : size)) {
+    return memory;
+  }
+  throw std::bad_alloc();
+}
+
+}  // namespace
+
+// These replace the ones that the solver and CLP call, in the whole process.
+void *operator new(std::size_t size) {
+  return allocate(size);
+}
+void *operator new[](std::size_t size) {
+  return allocate(size);
+}
+void operator delete(void *memory) noexcept {
+  std::free(memory);
+}
+void operator delete[](void *memory) noexcept {
+  std::free(memory);
+}
+void operator delete(void *memory, std::size_t /*size*/) noexcept {
+  std::free(memory);
+}
+void operator delete[](void *memory, std::size_t /*size*/) noexcept {
+  std::free(memory);
+}
+
+namespace corvane::lp::testing {
+namespace {
+
+// Arrays made beforehand: nothing of the test itself allocates while allocations fail.
+struct PreparedLp {
+  explicit PreparedLp(const Columns &from, std::vector<double> demand)
+      : columns(from), counts(from.counts()), rhs(std::move(demand)), senses(rhs.size(), 'G') {}
+
+  int load(CPXENVptr env, CPXLPptr lp) const {
+    return CPXcopylp(env, lp, columns.size(), static_cast<int>(rhs.size()), 1, columns.cost.data(),
+                     rhs.data(), senses.data(), columns.start.data(), counts.data(),
+                     columns.row.data(), columns.value.data(), columns.lower.data(),
+                     columns.upper.data(), nullptr);
+  }
+
+  Columns columns;
+  std::vector<int> counts;
+  std::vector<double> rhs;
+  std::vector<char> senses;
+};
+
+struct PreparedRun {
+  explicit PreparedRun(const MillRecord &record)
+      : master(record.masters[0].batches[0], record.masters[0].rhs),
+        batch(record.masters[0].batches[1]),
+        final_lp(record.final_columns, record.final_rhs[0]) {}
+
+  PreparedLp master;
+  Columns batch;
+  PreparedLp final_lp;
+};
+
+// 0 when all went well, 1 when a code told of the failure, 2 when an answer is missing without one.
+int solve(CPXENVptr env, CPXLPptr lp) {
+  if (CPXprimopt(env, lp) != 0) {
+    return 1;
+  }
+  return CPXgetstat(env, lp) == 1 ? 0 : 2;
+}
+
+int run_in(CPXENVptr env, const PreparedRun &run) {
+  CPXLPptr lp = CPXcreateprob(env, nullptr, "selectPatterns");
+  if (lp == nullptr) {
+    return 1;
+  }
+  int worst = run.master.load(env, lp) == 0 ? 0 : 1;
+  worst = std::max(worst, solve(env, lp));
+  const Columns &batch = run.batch;
+  if (CPXaddcols(env, lp, batch.size(), batch.entries(), batch.cost.data(), batch.start.data(),
+                 batch.row.data(), batch.value.data(), batch.lower.data(), batch.upper.data(),
+                 nullptr) != 0) {
+    worst = std::max(worst, 1);
+  }
+  worst = std::max(worst, solve(env, lp));
+  for (int period = 0; period < 2; ++period) {
+    CPXLPptr final_lp = CPXcreateprob(env, nullptr, "selectPatterns");
+    worst = std::max(worst, final_lp != nullptr && run.final_lp.load(env, final_lp) == 0 ? 0 : 1);
+    worst = std::max(worst, solve(env, final_lp));
+    CPXfreeprob(env, &final_lp);
+  }
+  return worst;
+}
+
+int run_once(const PreparedRun &run) {
+  CPXENVptr env = CPXopenCPLEXruntime(nullptr, 0, nullptr);
+  if (env == nullptr) {
+    return 1;
+  }
+  const int worst = run_in(env, run);
+  CPXcloseCPLEX(&env);
+  return worst;
+}
+
+// The outcome in a process of its own, -1 for one that ended by a signal.
+int outcome_with_failure(const PreparedRun &run, long at, bool from_there_on) {
+  const pid_t child = fork();
+  if (child == 0) {
+    alarm(20);
+    allocations = 0;
+    fails_at = at;
+    fails_on = from_there_on;
+    const int outcome = run_once(run);
+    fails_at = -1;
+    _exit(outcome);
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+TEST(OutOfMemory, EveryAllocationMayFail) {
+  const MillShape shape{.widths = 12, .patterns_per_iteration = 1000};
+  const MillRecord record = CuttingStock(shape).run();
+  const PreparedRun run(record);
+  allocations = 0;
+  ASSERT_EQ(run_once(run), 0);
+  const long total = allocations;
+  ASSERT_GT(total, 100);
+  int told = 0;
+  for (const bool from_there_on : {false, true}) {
+    for (long at = 0; at < total; at += from_there_on ? 5 : 1) {
+      const int outcome = outcome_with_failure(run, at, from_there_on);
+      EXPECT_TRUE(outcome == 0 || outcome == 1)
+          << "allocation " << at << " of " << total << ": " << outcome;
+      told += outcome;
+    }
+  }
+  EXPECT_GT(told, total) << "failures must be told, not swallowed";
+}
+
+}  // namespace
+}  // namespace corvane::lp::testing

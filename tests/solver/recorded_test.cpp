@@ -1,0 +1,251 @@
+// Whole column generations, replayed through every way of solving. Every answer must pass the
+// checks of optimality, and all ways must find the same objective.
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "solver/cutting_stock.h"
+#include "solver/linear_program.h"
+#include "solver/solution_check.h"
+
+namespace corvane::lp::testing {
+namespace {
+
+// Sets CORVANE_LP_PLAIN for the environments opened in its lifetime.
+class PlainMode {
+ public:
+  explicit PlainMode(const char *mode) { setenv("CORVANE_LP_PLAIN", mode, 1); }
+  ~PlainMode() { unsetenv("CORVANE_LP_PLAIN"); }
+  PlainMode(const PlainMode &) = delete;
+  PlainMode &operator=(const PlainMode &) = delete;
+};
+
+class Environment {
+ public:
+  Environment() : env(CPXopenCPLEXruntime(nullptr, 0, nullptr)) {}
+  ~Environment() { CPXcloseCPLEX(&env); }
+  Environment(const Environment &) = delete;
+  Environment &operator=(const Environment &) = delete;
+  CPXENVptr env;
+};
+
+bool append(LinearProgram &program, const Columns &columns) {
+  ColumnBatch batch;
+  batch.columns = columns.size();
+  batch.nonzeros = columns.entries();
+  batch.costs = columns.cost.data();
+  batch.starts = columns.start.data();
+  batch.rows = columns.row.data();
+  batch.values = columns.value.data();
+  batch.lower = columns.lower.data();
+  batch.upper = columns.upper.data();
+  return program.add_columns(batch);
+}
+
+LinearProgram program_with_rows(const std::vector<double> &rhs) {
+  const std::string senses(rhs.size(), 'G');
+  LinearProgram program;
+  EXPECT_TRUE(program.set_rows({static_cast<int>(rhs.size()), rhs.data(), senses.data()}, 1));
+  return program;
+}
+
+// Checks the answer that `problem` holds to `program`, and returns its objective.
+double checked_objective(const Problem &problem, const LinearProgram &program) {
+  Answer answer;
+  answer.status = Status::kOptimal;
+  answer.duals = problem.duals();
+  const std::vector<double> x = problem.x();
+  for (std::size_t j = 0; j < x.size(); ++j) {
+    if (x[j] != 0.0) {
+      answer.activities.emplace_back(static_cast<int>(j), x[j]);
+    }
+  }
+  EXPECT_EQ(check_optimal(program, answer), "");
+  const std::vector<double> reduced_costs = problem.reduced_costs();
+  for (int j = 0; j < program.columns(); ++j) {
+    EXPECT_EQ(reduced_costs[static_cast<std::size_t>(j)],
+              reduced_cost(program.pool(), j, answer.duals.data()));
+  }
+  return problem.objective();
+}
+
+// The objectives of all solves, in order.
+std::vector<double> replay(const MillRecord &record, bool barrier = false) {
+  const Environment environment;
+  std::vector<double> objectives;
+  for (const MasterRecord &master : record.masters) {
+    LinearProgram program = program_with_rows(master.rhs);
+    Problem problem(environment.env);
+    for (std::size_t b = 0; b < master.batches.size(); ++b) {
+      EXPECT_TRUE(append(program, master.batches[b]));
+      EXPECT_EQ(
+          b == 0 ? problem.load(master.batches[b], master.rhs) : problem.add(master.batches[b]), 0);
+      EXPECT_EQ(problem.solve(barrier), 1);
+      objectives.push_back(checked_objective(problem, program));
+    }
+  }
+  for (const std::vector<double> &rhs : record.final_rhs) {
+    LinearProgram program = program_with_rows(rhs);
+    EXPECT_TRUE(append(program, record.final_columns));
+    Problem problem(environment.env);
+    EXPECT_EQ(problem.load(record.final_columns, rhs), 0);
+    EXPECT_EQ(problem.solve(barrier), 1);
+    objectives.push_back(checked_objective(problem, program));
+    problem.free();
+  }
+  return objectives;
+}
+
+void expect_close(const std::vector<double> &objectives, const std::vector<double> &expected) {
+  ASSERT_EQ(objectives.size(), expected.size());
+  for (std::size_t i = 0; i < objectives.size(); ++i) {
+    EXPECT_NEAR(objectives[i], expected[i], 1e-9 * std::fabs(expected[i])) << i;
+  }
+}
+
+class Recorded : public ::testing::TestWithParam<MillShape> {};
+
+TEST_P(Recorded, AllWaysOfSolvingAgree) {
+  const MillRecord record = CuttingStock(GetParam()).run();
+  ASSERT_GT(record.masters.front().batches.size(), 1U);
+  std::vector<double> expected;
+  {
+    const PlainMode mode("primal");
+    expected = replay(record);
+  }
+  expect_close(replay(record), expected);
+  expect_close(replay(record, true), expected);
+  const PlainMode mode("dual");
+  expect_close(replay(record), expected);
+}
+
+std::string name_of(const ::testing::TestParamInfo<MillShape> &shape) {
+  return std::to_string(shape.param.widths) + "Widths" + std::to_string(shape.param.deckles) +
+         "Deckles" + std::to_string(shape.param.periods) + "Periods" +
+         std::to_string(shape.param.patterns_per_iteration) + "Patterns";
+}
+
+// Below and above every threshold of the layer: rows, batches, columns a row of the final LP.
+INSTANTIATE_TEST_SUITE_P(
+    Mills, Recorded,
+    ::testing::Values(
+        MillShape{.widths = 6, .periods = 2, .seed = 3},
+        MillShape{.widths = 20, .periods = 3, .patterns_per_iteration = 1000, .seed = 4},
+        MillShape{.widths = 45, .deckles = 2, .periods = 2, .seed = 5},
+        MillShape{.widths = 60,
+                  .deckles = 3,
+                  .periods = 3,
+                  .max_widths_in_pattern = 10,
+                  .patterns_per_iteration = 500,
+                  .deckle_inches = 200.0,
+                  .seed = 6},
+        MillShape{.widths = 110, .periods = 2, .patterns_per_iteration = 60, .seed = 7}),
+    name_of);
+
+// Everything that a caller can read from a run, bit for bit.
+std::vector<double> all_numbers(const MillRecord &record, bool barrier) {
+  const Environment environment;
+  std::vector<double> numbers;
+  const auto take = [&](const Problem &problem) {
+    numbers.push_back(problem.objective());
+    for (const std::vector<double> &part :
+         {problem.x(), problem.duals(), problem.reduced_costs()}) {
+      numbers.insert(numbers.end(), part.begin(), part.end());
+    }
+  };
+  for (const MasterRecord &master : record.masters) {
+    Problem problem(environment.env);
+    problem.load(master.batches[0], master.rhs);
+    for (std::size_t b = 0; b < master.batches.size(); ++b) {
+      if (b > 0) {
+        problem.add(master.batches[b]);
+      }
+      problem.solve(barrier);
+      take(problem);
+    }
+  }
+  for (const std::vector<double> &rhs : record.final_rhs) {
+    Problem problem(environment.env);
+    problem.load(record.final_columns, rhs);
+    problem.solve(barrier);
+    take(problem);
+    problem.free();
+  }
+  return numbers;
+}
+
+// Leaves the heap in another state: other addresses, other bytes in fresh memory.
+std::vector<std::vector<char>> stir_heap() {
+  std::vector<std::vector<char>> kept;
+  for (std::size_t n = 1; n < 3000; ++n) {
+    std::vector<char> block(n * 37 % 9000 + 1, static_cast<char>(0xA5));
+    if (n % 3 == 0) {
+      kept.push_back(std::move(block));
+    }
+  }
+  return kept;
+}
+
+TEST(RecordedTwice, TheSameCallsGiveTheSameBits) {
+  const MillShape shape{.widths = 50, .deckles = 2, .periods = 2, .seed = 8};
+  const MillRecord record = CuttingStock(shape).run();
+  for (const bool barrier : {false, true}) {
+    const std::vector<double> first = all_numbers(record, barrier);
+    const std::vector<std::vector<char>> blocks = stir_heap();
+    EXPECT_EQ(all_numbers(record, barrier), first);
+    EXPECT_GT(blocks.size(), 0U);
+  }
+}
+
+// A final LP remembers the one before it: that must not show in what is optimal.
+TEST(RecordedFinal, AMatrixThatComesAgainWithOtherDemands) {
+  const MillShape shape{.widths = 20, .patterns_per_iteration = 1000, .seed = 9};
+  const MillRecord record = CuttingStock(shape).run();
+  const Environment environment;
+  std::vector<double> rhs = record.final_rhs.front();
+  for (std::size_t turn = 0; turn < 12; ++turn) {
+    for (std::size_t i = 0; i < rhs.size(); ++i) {
+      rhs[i] = (i + turn) % 4 == 0 ? 0.0 : static_cast<double>((i * 37 + turn * 101) % 500);
+    }
+    LinearProgram program = program_with_rows(rhs);
+    ASSERT_TRUE(append(program, record.final_columns));
+    Problem problem(environment.env);
+    ASSERT_EQ(problem.load(record.final_columns, rhs), 0);
+    ASSERT_EQ(problem.solve(), 1);
+    checked_objective(problem, program);
+    problem.free();
+  }
+}
+
+TEST(RecordedFinal, AnotherMatrixInBetween) {
+  const MillRecord one = CuttingStock({.widths = 20, .patterns_per_iteration = 500}).run();
+  const MillRecord other =
+      CuttingStock({.widths = 25, .patterns_per_iteration = 500, .seed = 2}).run();
+  const Environment environment;
+  for (const MillRecord *record : {&one, &other, &one, &one, &other}) {
+    LinearProgram program = program_with_rows(record->final_rhs[0]);
+    ASSERT_TRUE(append(program, record->final_columns));
+    Problem problem(environment.env);
+    ASSERT_EQ(problem.load(record->final_columns, record->final_rhs[0]), 0);
+    ASSERT_EQ(problem.solve(), 1);
+    checked_objective(problem, program);
+    problem.free();
+  }
+}
+
+// Not a byte on either channel, whatever is asked.
+TEST(RecordedSilence, NothingIsPrinted) {
+  ::testing::internal::CaptureStdout();
+  ::testing::internal::CaptureStderr();
+  const MillRecord record = CuttingStock({.widths = 30, .deckles = 2, .periods = 2}).run();
+  all_numbers(record, true);
+  EXPECT_EQ(::testing::internal::GetCapturedStdout(), "");
+  EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
+}
+
+}  // namespace
+}  // namespace corvane::lp::testing
