@@ -69,7 +69,7 @@ class skipList {
   int search(const T &key, T *&element) const {
     Path path;
     SkipNode *match = findPath(key, path);
-    SkipNode *answer = match != nullptr ? match : path[0];
+    SkipNode *answer = match != nullptr ? match : lastFound_;
     element = answer == head_ ? nullptr : raw(answer);
     return match != nullptr ? kFound : kNotFound;
   }
@@ -183,7 +183,7 @@ class skipList {
       }
       path[index(level)] = node;
     }
-    lastFound_ = path[0];
+    lastFound_ = node;
     return match;
   }
 
