@@ -17,6 +17,13 @@ int drawsPerStep(int k) {
   return k == 4 || k == 5 ? 2 : 1;
 }
 
+unsigned countedBitsPerStep(int k) {
+  if (k == 8) {
+    return 3;
+  }
+  return k >= 4 ? 2 : 1;
+}
+
 bool allDrawsZero(quint32 &state, int draws) {
   for (int draw = 0; draw < draws; ++draw) {
     if (drawBit(state) != 0) {
@@ -57,7 +64,7 @@ int randomLevel(quint32 &state, int k) {
 }
 
 int countedLevel(quint32 n, int k) {
-  const auto bits = static_cast<unsigned>(drawsPerStep(k));
+  const unsigned bits = countedBitsPerStep(k);
   quint32 mask = (1U << bits) - 1U;
   int level = 1;
   while ((n & mask) == 0 && level <= SkipNode::kMaxLevel) {
