@@ -14,18 +14,6 @@ bool associationsArePooled() {
   return zemPooledAllocation != 0 && zemPooledAssociations != 0;
 }
 
-// Null while the pool is being made: making it enters it in the registry, which is a dictionary and
-// asks for an entry in turn.
-ZemMemMgr *poolOfAssociations(quint32 size) {
-  if (associationPool == nullptr && !creatingAssociationPool) {
-    creatingAssociationPool = true;
-    associationPool =
-        ZemMemMgrFactory::instance().create(size, "hashDictionaryAssoc", kAssociationsPerChunk);
-    creatingAssociationPool = false;
-  }
-  return associationPool;
-}
-
 bool isOddPrime(quint32 candidate) {
   if (candidate % 3 == 0) {
     return false;
@@ -59,14 +47,32 @@ void hashDictionaryBase::addAtHead(void *key, void *value, quint32 hash) {
   ++count_;
 }
 
+// While the pool is being made its own entry comes from the plain heap.
+void hashDictionaryBase::prepareAssociations() {
+  if (!associationsArePooled() || associationPool != nullptr || creatingAssociationPool) {
+    return;
+  }
+  creatingAssociationPool = true;
+  try {
+    associationPool = ZemMemMgrFactory::instance().create(
+        sizeof(Association), "hashDictionaryAssoc", kAssociationsPerChunk);
+  } catch (...) {
+    creatingAssociationPool = false;
+    throw;
+  }
+  creatingAssociationPool = false;
+}
+
 hashDictionaryBase::Association *hashDictionaryBase::allocateAssociation() {
   static_assert(sizeof(Association) == 32);
-  ZemMemMgr *pool = associationsArePooled() ? poolOfAssociations(sizeof(Association)) : nullptr;
-  void *memory = pool != nullptr ? pool->allocate() : heapAllocate(sizeof(Association));
+  prepareAssociations();
+  const bool pooled = associationsArePooled() && associationPool != nullptr;
+  void *memory = pooled ? associationPool->allocate() : heapAllocate(sizeof(Association));
   return static_cast<Association *>(memory);
 }
 
 void hashDictionaryBase::releaseAssociation(Association *association) {
+  --count_;
   if (associationsArePooled() && associationPool != nullptr) {
     associationPool->freeFast(association);
   } else {

@@ -32,7 +32,10 @@ class hashDictionaryBase {
   // Puts a new entry at the head of its chain.
   void addAtHead(void *key, void *value, quint32 hash);
   // Releases the entry, which the caller has taken out of its chain.
-  static void releaseAssociation(Association *association);
+  void releaseAssociation(Association *association);
+  // Makes the pool of the entries, where it will be used and is not there yet. (The pool enters
+  // itself in the registry, which is a dictionary.)
+  static void prepareAssociations();
   Association *&bucketOf(quint32 hash) { return buckets_[hash % buckets_.size()]; }
   std::vector<Association *> &buckets() { return buckets_; }
 

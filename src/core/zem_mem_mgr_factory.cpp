@@ -41,6 +41,8 @@ void ZemMemMgrFactory::deleteValue(ZemMemMgr *value) {
 
 ZemMemMgr *ZemMemMgrFactory::create(quint32 blockSize, const std::string &name,
                                     quint32 requestedCount) {
+  // Made first: it may have the geometry that is asked for, and is then shared.
+  prepareAssociations();
   if (!sharing_) {
     return enter({static_cast<quint32>(count()) + 1U}, blockSize, name, requestedCount);
   }
