@@ -134,9 +134,6 @@ TEST_P(PublicCase, ComesCloseToTheExactLinearBound) {
             << '\n';
   EXPECT_GE(deckles, GetParam().bound - kTolerance);
   EXPECT_LE(deckles, GetParam().bound * (1.0 + kWithin));
-}
-
-TEST_P(PublicCase, WritesAnImportFileWithoutFault) {
   const auto complaints =
       import_checker::checkImport(outcome_.importFile, {.periods = 1, .freightComplete = true});
   EXPECT_EQ(import_checker::describe(complaints), "");
