@@ -1,0 +1,149 @@
+#include "app/parameter_file.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+
+#include "support/stream_capture.h"
+#include "support/temporary_folder.h"
+
+namespace corvane {
+namespace {
+
+using support::StreamCapture;
+using support::TemporaryFolder;
+
+class TheParameterFile : public testing::Test {
+ protected:
+  void TearDown() override { unsetenv("ZEM_CVN_PARAM"); }
+
+  // What is said on standard output. The file has a name of its own.
+  std::string read(const std::string &bytes) {
+    name_ = folder_.write("parameters", bytes);
+    return readNamed(name_);
+  }
+
+  std::string readNamed(const std::string &name) {
+    setenv("ZEM_CVN_PARAM", name.c_str(), 1);
+    const StreamCapture out(std::cout);
+    std::ifstream file;
+    readParameters(parameters_, file);
+    EXPECT_FALSE(file.is_open());
+    return out.text();
+  }
+
+  // Expects that reading the named file ends the run.
+  void expectNoFile(const char *name) {
+    const auto run = [&] {
+      std::cout.rdbuf(std::cerr.rdbuf());
+      name == nullptr ? unsetenv("ZEM_CVN_PARAM") : setenv("ZEM_CVN_PARAM", name, 1);
+      std::filesystem::current_path(folder_.path());
+      std::ifstream file;
+      readParameters(parameters_, file);
+    };
+    EXPECT_EXIT(run(), testing::ExitedWithCode(1), testing::Eq("Could not open parameter file.\n"));
+  }
+
+  TemporaryFolder folder_;
+  std::string name_;
+  RunParameters parameters_;
+};
+
+TEST_F(TheParameterFile, HasTheNameOfTheEnvironmentVariableOrElseTheDefault) {
+  EXPECT_EQ(parameterFileName(), "data\\Parameters.data");
+  setenv("ZEM_CVN_PARAM", "some where/p", 1);
+  EXPECT_EQ(parameterFileName(), "some where/p");
+  setenv("ZEM_CVN_PARAM", "", 1);
+  EXPECT_EQ(parameterFileName(), "");
+}
+
+TEST_F(TheParameterFile, HasANameOf511CharactersAtMost) {
+  setenv("ZEM_CVN_PARAM", std::string(511, 'x').c_str(), 1);
+  EXPECT_EQ(parameterFileName().size(), 511U);
+  setenv("ZEM_CVN_PARAM", std::string(600, 'x').c_str(), 1);
+  EXPECT_EQ(parameterFileName(), std::string(511, 'x'));
+}
+
+TEST_F(TheParameterFile, ThatCannotBeOpenedEndsTheRunOnStandardOutput) {
+  expectNoFile("nothing");
+  expectNoFile("");
+  expectNoFile(".");
+  expectNoFile(nullptr);
+}
+
+TEST_F(TheParameterFile, ThatIsEmptyLeavesTheDefaults) {
+  EXPECT_EQ(read(""), "");
+  EXPECT_EQ(parameters_.occurMin, 1);
+  EXPECT_EQ(parameters_.logFile, "data\\corvane.log");
+}
+
+TEST_F(TheParameterFile, SetsEachLineWithKeyAndValue) {
+  EXPECT_EQ(read("occur min=4\nlog file=my log\r\nsolver=Barrier\n"), "");
+  EXPECT_EQ(parameters_.occurMin, 4);
+  EXPECT_EQ(parameters_.logFile, "my log");
+  EXPECT_EQ(parameters_.solver, "Barrier");
+}
+
+TEST_F(TheParameterFile, TakesTheLastValidValueOfAKey) {
+  EXPECT_EQ(read("occur min=4\noccur min=6\noccur min=-2\n"), "");
+  EXPECT_EQ(parameters_.occurMin, 6);
+}
+
+TEST_F(TheParameterFile, SkipsCommentsThatBeginInTheFirstColumnOnly) {
+  EXPECT_EQ(read("#occur min=4\n# more\n #occur min=5\n"), "Unknown Parameter:  #occur min = 5\n");
+  EXPECT_EQ(parameters_.occurMin, 1);
+}
+
+TEST_F(TheParameterFile, SkipsLinesWithoutAKeyOrAValueInSilence) {
+  EXPECT_EQ(read("\noccur min\noccur min=\n====\n=7\n"), "");
+  EXPECT_EQ(parameters_.occurMin, 1);
+}
+
+TEST_F(TheParameterFile, SkipsLeadingEqualSignsAndIgnoresTheTextAfterTheSecondRun) {
+  EXPECT_EQ(read("==occur min==4==5\n"), "");
+  EXPECT_EQ(parameters_.occurMin, 4);
+}
+
+TEST_F(TheParameterFile, CutsALogFileNameAtASecondEqualSign) {
+  EXPECT_EQ(read("log file=a=b\n"), "");
+  EXPECT_EQ(parameters_.logFile, "a");
+}
+
+TEST_F(TheParameterFile, TrimsNothing) {
+  EXPECT_EQ(read("occur min = 4\nlog file= a \n"), "Unknown Parameter: occur min  =  4\n");
+  EXPECT_EQ(parameters_.logFile, " a ");
+}
+
+TEST_F(TheParameterFile, TellsUnknownKeysAndReadsOn) {
+  EXPECT_EQ(read("Occur Min=4\nfoo=bar\noccur min=3\n"),
+            "Unknown Parameter: Occur Min = 4\nUnknown Parameter: foo = bar\n");
+  EXPECT_EQ(parameters_.occurMin, 3);
+}
+
+TEST_F(TheParameterFile, TellsUnknownKeysInUtf8WhateverTheyAreIn) {
+  EXPECT_EQ(read("gr\xFC\xDF=1\ngr\xC3\xBC\xC3\x9F=2\n"),
+            "Unknown Parameter: gr\xC3\xBC\xC3\x9F = 1\nUnknown Parameter: gr\xC3\xBC\xC3\x9F = "
+            "2\n");
+}
+
+TEST_F(TheParameterFile, IgnoresALastLineWithoutALineBreak) {
+  EXPECT_EQ(read("occur min=4\noccur min=9"), "");
+  EXPECT_EQ(parameters_.occurMin, 4);
+  EXPECT_EQ(read("foo=bar"), "");
+}
+
+TEST_F(TheParameterFile, SkipsALineThatIsTooLongWithAWarning) {
+  const std::string longest = "log file=" + std::string(1014, 'x');
+  ASSERT_EQ(longest.size(), 1023U);
+  EXPECT_EQ(read(longest + "\n"), "");
+  EXPECT_EQ(parameters_.logFile.size(), 1014);
+  EXPECT_EQ(read("occur min=2\n" + longest + "y\noccur min=3\n"),
+            "Warning: Line 2 of " + name_ + " is too long.\n");
+  EXPECT_EQ(parameters_.logFile.size(), 1014);
+  EXPECT_EQ(parameters_.occurMin, 3);
+}
+
+}  // namespace
+}  // namespace corvane

@@ -1,0 +1,34 @@
+#include "app/process_objects.h"
+
+#include <gtest/gtest.h>
+
+#include "core/pooled_allocation.h"
+#include "core/zem_mem_mgr_factory.h"
+
+namespace corvane {
+namespace {
+
+TEST(ProcessObjects, StandWithTheirFirstValuesBeforeTheRun) {
+  EXPECT_EQ(patternRandom.state(), 1U);
+  EXPECT_EQ(patternRandom.high(), 100U);
+  EXPECT_EQ(runRecord.parameters.seed, -1);
+  EXPECT_EQ(runRecord.planning.cutters.count(), 0);
+  EXPECT_EQ(runRecord.patterns.totalPatterns, 0);
+  EXPECT_EQ(&runRecord.planning.comparators, &comparators);
+  EXPECT_FALSE(logStream.is_open());
+}
+
+// A request of the same geometry is answered with the pool that is there, under both names.
+TEST(ProcessObjects, IncludeTheRegistryOfPoolsWithThePatternPool) {
+  const ZemMemMgr *pool = ZemMemMgrFactory::instance().create(40, "test", 256);
+  EXPECT_EQ(pool->name(), "Pattern:test");
+  EXPECT_EQ(pool->blockSize(), 40U);
+}
+
+TEST(ProcessObjects, StartWithBothSwitchesOfPooledAllocationOff) {
+  EXPECT_EQ(zemPooledAllocation, 0);
+  EXPECT_EQ(zemPooledAssociations, 0);
+}
+
+}  // namespace
+}  // namespace corvane
