@@ -106,6 +106,11 @@ int readable(CPXENVptr env, CPXLPptr lp, const double *target, int begin, int en
   return target == nullptr || begin < 0 || end < begin || end >= size ? kBadArgument : kSuccess;
 }
 
+// The solver minimises; no negative zeros.
+double in_callers_sense(const cpxlp &lp, double value) {
+  return lp.program.objective_sense() == 1 ? value : 0.0 - value;
+}
+
 }  // namespace
 
 extern "C" {
@@ -209,7 +214,7 @@ int CPXgetobjval(CPXENVptr env, CPXLPptr lp, double *value) {
   if (const int code = readable(env, lp, value, 0, 0, 1); code != kSuccess) {
     return code;
   }
-  *value = lp->program.objective_sense() * objective_value(lp->program, lp->answer);
+  *value = in_callers_sense(*lp, objective_value(lp->program, lp->answer));
   return kSuccess;
 }
 
@@ -234,7 +239,7 @@ int CPXgetpi(CPXENVptr env, CPXLPptr lp, double *pi, int begin, int end) {
   }
   for (int i = begin; i <= end; ++i) {
     const double dual = lp->answer.duals[static_cast<std::size_t>(i)];
-    pi[i - begin] = lp->program.objective_sense() == 1 ? dual : 0.0 - dual;
+    pi[i - begin] = in_callers_sense(*lp, dual);
   }
   return kSuccess;
 }
@@ -246,7 +251,7 @@ int CPXgetdj(CPXENVptr env, CPXLPptr lp, double *dj, int begin, int end) {
   }
   for (int j = begin; j <= end; ++j) {
     const double reduced = reduced_cost(lp->program.pool(), j, lp->answer.duals.data());
-    dj[j - begin] = lp->program.objective_sense() == 1 ? reduced : 0.0 - reduced;
+    dj[j - begin] = in_callers_sense(*lp, reduced);
   }
   return kSuccess;
 }

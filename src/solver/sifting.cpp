@@ -144,7 +144,7 @@ Status Sifting::optimise(Method first) {
 }
 
 void Sifting::drop_surplus(const std::vector<double> &duals) {
-  const std::size_t rows = static_cast<std::size_t>(lp_.rows());
+  const auto rows = static_cast<std::size_t>(lp_.rows());
   const std::vector<int> &held = working_->columns();
   if (held.size() <= 3 * rows) {
     return;
