@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 #include <limits>
 
 namespace {
@@ -34,6 +35,13 @@ double parameterFloat(const QString &text) {
 }
 
 double leadingNumber(const char *text) {
+  // What begins with a digit reads alike both ways, up to hexadecimal and to what does not fit.
+  const char *end = text + std::strspn(text, "0123456789.");
+  double value = 0;
+  const bool isPlain = *text >= '0' && *text <= '9' && *end == '\0';
+  if (isPlain && std::from_chars(text, end, value).ec == std::errc()) {
+    return value;
+  }
   return std::strtod(text, nullptr);
 }
 

@@ -18,6 +18,18 @@ void addDistinct(const PeriodDemand &demand, WidthSet &seen, std::vector<double>
 
 }  // namespace
 
+PeriodDemand &DemandTable::addPeriod(const QString &grade, const QString &period) {
+  GradeDemand *&entry = byGrade[grade];
+  if (entry == nullptr) {
+    grades.append(GradeDemand{grade, {}, {}});
+    entry = &grades.last();
+  }
+  entry->periods.append(PeriodDemand{period, {}});
+  PeriodDemand *added = &entry->periods.last();
+  entry->byPeriod.insert(period, added);
+  return *added;
+}
+
 std::vector<double> distinctWidths(const PeriodDemand &demand) {
   WidthSet seen;
   std::vector<double> widths;

@@ -38,6 +38,10 @@ struct DemandTable {
 
   // The entry of the grade, or null.
   const GradeDemand *find(const QString &grade) const { return byGrade.value(grade); }
+
+  // A new, empty entry of the period in the grade's entry, which is made where there is none.
+  // REQUIRES that the grade has none of the period.
+  PeriodDemand &addPeriod(const QString &grade, const QString &period);
 };
 
 // The distinct widths (exact equality), widest first: of one period, and of all periods of a grade.

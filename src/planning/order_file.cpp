@@ -1,45 +1,16 @@
 #include "planning/order_file.h"
 
-#include <algorithm>
 #include <iostream>
-#include <memory>
 #include <optional>
-#include <tuple>
-#include <unordered_map>
-#include <unordered_set>
-#include <vector>
 
-#include "core/exchange_sort.h"
 #include "core/fatal.h"
 #include "core/files.h"
 #include "core/messages.h"
 #include "core/numbers.h"
 #include "core/text.h"
-#include "planning/demand_recorder.h"
+#include "planning/order_collector.h"
 
 namespace {
-
-struct OrderKey {
-  OrderTexts texts;
-  double width;
-
-  bool operator==(const OrderKey &other) const {
-    return texts.grade == other.texts.grade && texts.period == other.texts.period &&
-           texts.customerName == other.texts.customerName && width == other.width;
-  }
-};
-
-struct OrderKeyHash {
-  std::size_t operator()(const OrderKey &key) const {
-    constexpr std::size_t kGoldenRatio = 0x9E3779B97F4A7C15U;
-    std::size_t hash = std::hash<double>()(key.width);
-    for (const TextTable::Id id : {key.texts.grade, key.texts.period, key.texts.customerName}) {
-      hash = (hash ^ id) * kGoldenRatio;
-      hash ^= hash >> 32U;
-    }
-    return hash;
-  }
-};
 
 using Field = std::optional<std::string_view>;
 
@@ -66,79 +37,6 @@ bool setQuantity(const Field &field, Order &order) {
   return order.quantity < 1 ? rejectOrder("Quantity must be > 0.", order)
                             : acceptField(*field, "quantity", order);
 }
-
-// Collects the orders of a file. Orders are looked up by the numbers of their texts and enter the
-// order list in one pass at the end, already sorted: the list holds what insertion one by one would
-// give.
-class OrderCollector {
- public:
-  explicit OrderCollector(PlanningData &data) : data_(data), demand_(data.demand) {}
-
-  TextTable &texts() { return texts_; }
-
-  void store(std::unique_ptr<Order> order, const OrderTexts &orderTexts) {
-    const Order &stored = merged(std::move(order), orderTexts);
-    demand_.record(texts_, orderTexts.grade, orderTexts.period, stored.width, stored.quantity);
-    if (grades_.insert(orderTexts.grade).second) {
-      data_.grades.append(stored.grade);
-    }
-    if (periods_.insert(orderTexts.period).second) {
-      data_.periods.append(stored.period);
-    }
-  }
-
-  void finish() {
-    sortGrades();
-    fillOrderList();
-  }
-
- private:
-  struct CollectedOrder {
-    OrderTexts texts;
-    std::unique_ptr<Order> order;
-  };
-
-  // The order, or the one with its key that now carries both quantities.
-  const Order &merged(std::unique_ptr<Order> order, const OrderTexts &orderTexts) {
-    Order *&stored = byKey_[{orderTexts, order->width}];
-    if (stored == nullptr) {
-      stored = order.get();
-      collected_.push_back({orderTexts, std::move(order)});
-    } else {
-      stored->quantity = saturatedSum(stored->quantity, order->quantity);
-    }
-    return *stored;
-  }
-
-  void sortGrades() {
-    sortDistinct(data_.grades);
-    for (QString &grade : data_.grades) {
-      data_.names.append(&grade);
-    }
-  }
-
-  void fillOrderList() {
-    const std::vector<quint32> ranks = texts_.ranks();
-    const auto key = [&ranks](const CollectedOrder &item) {
-      return std::make_tuple(ranks[item.texts.grade], ranks[item.texts.period],
-                             ranks[item.texts.customerName], item.order->width);
-    };
-    std::sort(collected_.begin(), collected_.end(),
-              [&key](const CollectedOrder &a, const CollectedOrder &b) { return key(a) < key(b); });
-    for (CollectedOrder &item : collected_) {
-      data_.orders.append(item.order.get());
-      (void)item.order.release();
-    }
-  }
-
-  PlanningData &data_;
-  DemandRecorder demand_;
-  TextTable texts_;
-  std::unordered_map<OrderKey, Order *, OrderKeyHash> byKey_;
-  std::vector<CollectedOrder> collected_;
-  std::unordered_set<TextTable::Id> grades_;
-  std::unordered_set<TextTable::Id> periods_;
-};
 
 // The text ends with a line end of its own, so that an empty line follows.
 void warnBadOrder(std::ostream &log, qint64 lineNumber) {
@@ -168,10 +66,9 @@ bool machineCanProcess(const PlanningData &data, const Order &order) {
 }
 
 void readOrder(LineReader &line, TextTable &texts, Order &order, OrderTexts &orderTexts) {
-  // Texts that the line does not supply are empty.
-  const TextTable::Id none = texts.idOf("");
-  orderTexts = {none, none, none};
   if (*line.text() == '\0') {
+    const TextTable::Id none = texts.idOf("");
+    orderTexts = {none, none, none};
     return;
   }
   FieldSplitter fields(line.text(), ',');
@@ -206,18 +103,19 @@ void readOrderFile(PlanningData &data, const QString &fileName, std::ifstream &f
   LineReader::Status status;
   do {
     status = reader.next();
-    auto order = std::make_unique<Order>();
+    Order order;
     OrderTexts orderTexts;
-    readOrder(reader, orders.texts(), *order, orderTexts);
+    readOrder(reader, orders.texts(), order, orderTexts);
     if (status == LineReader::Status::kEnd) {
       break;
     }
-    if (status == LineReader::Status::kTooLong || order->good == 0) {
+    if (status == LineReader::Status::kTooLong || order.good == 0) {
       warnBadOrder(log, reader.number());
-    } else if (!machineCanProcess(data, *order)) {
+    } else if (!machineCanProcess(data, order)) {
       warnNoMachine(log, reader.number());
     } else {
-      orders.store(std::move(order), orderTexts);
+      orders.add(orderTexts.grade, orderTexts.period, orderTexts.customerName, order.width,
+                 order.quantity);
     }
   } while (status != LineReader::Status::kEnd);
   orders.finish();
