@@ -112,14 +112,13 @@ Status Sifting::solve_working_set(Method method) {
 // Of a covering program the objective of the columns is that of the rows' duals, at the optimum
 // and nowhere else. CLP now and then stops with traces of its perturbation in either.
 bool Sifting::objectives_agree() const {
-  const Answer answer = working_->answer();
   double primal = 0.0;
-  for (const auto &[column, x] : answer.activities) {
+  for (const auto &[column, x] : answer_.activities) {
     primal += lp_.pool().cost[static_cast<std::size_t>(column)] * x;
   }
   double dual = 0.0;
-  for (std::size_t i = 0; i < answer.duals.size(); ++i) {
-    dual += answer.duals[i] == 0.0 ? 0.0 : answer.duals[i] * lp_.row_lower()[i];
+  for (std::size_t i = 0; i < answer_.duals.size(); ++i) {
+    dual += answer_.duals[i] == 0.0 ? 0.0 : answer_.duals[i] * lp_.row_lower()[i];
   }
   return std::fabs(primal - dual) <= kObjectiveTolerance * std::fabs(primal);
 }
@@ -129,6 +128,7 @@ Status Sifting::sift(Method first) {
   while (status == Status::kOptimal && move_in_violated(working_->duals())) {
     status = working_->primal();
   }
+  answer_ = status == Status::kOptimal ? working_->answer() : Answer();
   return status;
 }
 

@@ -43,6 +43,9 @@ class Sifting {
   // cost leave until 2 a row are left. The basis stays.
   void drop_surplus(const std::vector<double> &duals);
 
+  // Of the last optimise(), which must have ended with kOptimal.
+  const Answer &answer() const { return answer_; }
+
   const WorkingLp &working() const { return *working_; }
 
  private:
@@ -54,6 +57,7 @@ class Sifting {
 
   const LinearProgram &lp_;
   std::unique_ptr<WorkingLp> working_;
+  Answer answer_;
   std::vector<char> is_in_;  // for each column of the pool, as far as it has been looked at
 };
 

@@ -10,7 +10,7 @@ namespace corvane::lp {
 namespace {
 
 // With few rows and small batches CLP is quicker than the choice of what to give it.
-constexpr int kSmallRows = 40;
+constexpr int kSmallRows = 64;
 constexpr int kSmallBatch = 100;
 
 // Up to this many columns a row, a dual simplex on all of them is quicker than sifting from a
@@ -82,7 +82,7 @@ Answer Solver::solve_or_throw(const LinearProgram &lp, Method method, const Sett
     const Status status = sift(lp, method, known);
     seen_columns_ = lp.columns();
     if (status == Status::kOptimal) {
-      Answer answer = sifting_->working().answer();
+      Answer answer = sifting_->answer();
       duals_ = answer.duals;
       return answer;
     }

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <numeric>
 
 #include "solver/barrier.h"
 
@@ -191,6 +190,7 @@ double WorkingLp::value(int position) const {
 std::vector<double> WorkingLp::duals() const {
   const double *prices = clp_->dualRowSolution();
   std::vector<double> duals;
+  duals.reserve(static_cast<std::size_t>(lp_.rows()));
   for (int i = 0; i < lp_.rows(); ++i) {
     const auto row = static_cast<std::size_t>(i);
     double dual = prices[i] / cost_scale_;
