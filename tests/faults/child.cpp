@@ -1,0 +1,170 @@
+#include "child.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/mman.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <csignal>
+#include <cstdlib>
+#include <string_view>
+#include <vector>
+
+namespace corvane::faults {
+namespace {
+
+// Numbers of linux/capability.h, which not every machine has.
+constexpr unsigned long kMayOverrideAccess = 1;
+constexpr unsigned long kMayReadAll = 2;
+
+constexpr int kNotStarted = 127;
+
+// Takes what is written to a descriptor.
+class Catcher {
+ public:
+  Catcher() : descriptor_(memfd_create("caught", 0)) {}
+  Catcher(const Catcher &) = delete;
+  Catcher &operator=(const Catcher &) = delete;
+  ~Catcher() { close(descriptor_); }
+
+  int descriptor() const { return descriptor_; }
+  std::string text() const {
+    struct stat status {};
+    fstat(descriptor_, &status);
+    std::string text(static_cast<std::size_t>(status.st_size), '\0');
+    const ssize_t got = pread(descriptor_, text.data(), text.size(), 0);
+    EXPECT_EQ(got, static_cast<ssize_t>(text.size()));
+    return text;
+  }
+
+ private:
+  int descriptor_;
+};
+
+bool isInherited(std::string_view variable) {
+  return !variable.starts_with("CORVANE_") && !variable.starts_with("ZEM_") &&
+         !variable.starts_with("ASAN_OPTIONS") && !variable.starts_with("UBSAN_OPTIONS");
+}
+
+std::vector<std::string> environmentOf(const Child &child) {
+  std::vector<std::string> lines = {"ASAN_OPTIONS=exitcode=99", "UBSAN_OPTIONS=exitcode=99"};
+  for (char **variable = environ; *variable != nullptr; ++variable) {
+    if (isInherited(*variable)) {
+      lines.emplace_back(*variable);
+    }
+  }
+  for (const auto &[name, value] : child.environment) {
+    lines.push_back(name + "=" + value);
+  }
+  return lines;
+}
+
+void limitFileSize(unsigned long bytes) {
+  // A write beyond the limit then fails, as on a full disk, where a signal would end the process.
+  std::signal(SIGXFSZ, SIG_IGN);
+  const struct rlimit limit = {bytes, bytes};
+  setrlimit(RLIMIT_FSIZE, &limit);
+}
+
+int openOutput(const Child &child, const Catcher &out) {
+  if (child.outputTo) {
+    return open(child.outputTo->c_str(), O_WRONLY | O_CREAT, 0600);
+  }
+  if (child.outputIsClosedPipe) {
+    std::array<int, 2> ends{};
+    if (pipe(ends.data()) == 0) {
+      close(ends[0]);
+      return ends[1];
+    }
+  }
+  return out.descriptor();
+}
+
+void prepareProcess(const std::filesystem::path &folder, unsigned seconds, int out, int err) {
+  dup2(out, STDOUT_FILENO);
+  dup2(err, STDERR_FILENO);
+  if (chdir(folder.c_str()) != 0) {
+    _exit(kNotStarted);
+  }
+  alarm(seconds);
+}
+
+// In the child process; only calls that are safe after a fork.
+[[noreturn]] void start(const Child &child, int out, int err, char *const *environment) {
+  prepareProcess(child.folder, child.seconds, out, err);
+  if (child.boundByPermissions) {
+    prctl(PR_CAPBSET_DROP, kMayOverrideAccess);
+    prctl(PR_CAPBSET_DROP, kMayReadAll);
+  }
+  if (child.mostFileBytes) {
+    limitFileSize(*child.mostFileBytes);
+  }
+  std::string name = child.program.filename();
+  const std::array<char *, 2> arguments = {name.data(), nullptr};
+  execve(child.program.c_str(), arguments.data(), environment);
+  _exit(kNotStarted);
+}
+
+int statusOf(pid_t process) {
+  int status = 0;
+  waitpid(process, &status, 0);
+  return WIFSIGNALED(status) ? -WTERMSIG(status) : WEXITSTATUS(status);
+}
+
+template <typename WhileRunning>
+Result runWith(const Child &child, WhileRunning whileRunning) {
+  const Catcher out;
+  const Catcher err;
+  std::vector<std::string> lines = environmentOf(child);
+  std::vector<char *> environment;
+  for (std::string &line : lines) {
+    environment.push_back(line.data());
+  }
+  environment.push_back(nullptr);
+  const int output = openOutput(child, out);
+  const pid_t process = fork();
+  if (process == 0) {
+    start(child, output, err.descriptor(), environment.data());
+  }
+  if (output != out.descriptor()) {
+    close(output);
+  }
+  whileRunning(process);
+  Result result;
+  result.status = statusOf(process);
+  EXPECT_NE(result.status, kNotStarted) << child.program;
+  result.out = out.text();
+  result.err = err.text();
+  return result;
+}
+
+}  // namespace
+
+Result runChild(const Child &child) {
+  return runWith(child, [](pid_t) {});
+}
+
+Result runAndKill(const Child &child, unsigned microseconds) {
+  return runWith(child, [microseconds](pid_t process) {
+    usleep(microseconds);
+    kill(process, SIGKILL);
+  });
+}
+
+Result runForked(const std::filesystem::path &folder, unsigned seconds, int (*function)()) {
+  const Catcher out;
+  const Catcher err;
+  const pid_t process = fork();
+  if (process == 0) {
+    prepareProcess(folder, seconds, out.descriptor(), err.descriptor());
+    std::exit(function());
+  }
+  return {statusOf(process), out.text(), err.text()};
+}
+
+}  // namespace corvane::faults
