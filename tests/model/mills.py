@@ -417,7 +417,9 @@ class _Maker:
             self.mill.environment["ZEM_CVN_PARAM"] = self.random.choice(
                 ["", "missing", "data", "d" * 511, "./" * 300 + "data/Parameters.data"])
         else:
-            self.mill.files[self.random.choice(sorted(self.mill.files))] = b""
+            # The parameter file stays: without its seed a run cannot be repeated.
+            self.mill.files[self.random.choice(
+                sorted(set(self.mill.files) - {self.parameter_name()}))] = b""
 
     def script(self):
         entries = []
