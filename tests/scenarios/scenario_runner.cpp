@@ -49,7 +49,7 @@ Outcome FilesBelow(const fs::path &root) {
 }
 
 void CopyInput(const fs::path &scenario, const fs::path &work) {
-  static const std::set<std::string> kNotInput = {"env", "expected", "program"};
+  static const std::set<std::string> kNotInput = {"checker", "env", "expected", "program"};
   fs::remove_all(work);
   fs::create_directories(work);
   for (const auto &entry : fs::directory_iterator(scenario)) {

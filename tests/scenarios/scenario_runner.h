@@ -6,6 +6,7 @@
 //   <claim>/env         optional: lines VAR=value, set for the run
 //   <claim>/program     optional: the word `clp` runs the program on CLP instead of the scripted
 //                       solver library
+//   <claim>/checker     optional: options of check_import for the import files of the run
 //   <claim>/expected/   `exit` (the status and a line break), `stdout`, `stderr`, and every file
 //                       that the run makes or changes, by its path without a leading data/
 //

@@ -1,13 +1,16 @@
 // scenario_runner SCENARIO WORK PROGRAM CHECKER [--approve]
 //
 // Runs one scenario in the folder WORK and compares; with --approve it writes expected/ anew
-// instead. CHECKER, unless empty, reads each import file of a run that ended well. Ends with 0 when
-// all is as expected, 1 when not, 2 when the scenario cannot be run.
+// instead. CHECKER, unless empty, reads each import file of a run that ended well, with the options
+// that the scenario gives; with the machine and order files, where they have their default names.
+// Ends with 0 when all is as expected, 1 when not, 2 when the scenario cannot be run.
 
 #include <QProcess>
 #include <QString>
 #include <QStringList>
 #include <exception>
+#include <filesystem>
+#include <fstream>
 #include <iostream>
 #include <span>
 
@@ -17,6 +20,23 @@ namespace {
 
 using corvane::scenarios::Outcome;
 using corvane::scenarios::Run;
+
+namespace fs = std::filesystem;
+
+QStringList CheckerArguments(const Run &run, const fs::path &importFile) {
+  QStringList arguments;
+  std::ifstream options(run.scenario / "checker");
+  for (std::string option; options >> option;) {
+    arguments << QString::fromStdString(option);
+  }
+  const fs::path machines = run.work / "data" / "machines.data";
+  const fs::path orders = run.work / "data" / "orders.data";
+  if (fs::exists(machines) && fs::exists(orders)) {
+    arguments << "--machines" << QString::fromStdString(machines.string());
+    arguments << "--orders" << QString::fromStdString(orders.string());
+  }
+  return arguments << QString::fromStdString(importFile.string());
+}
 
 // What the checker says of the import files that the run made.
 std::vector<std::string> CheckImportFiles(const Run &run, const Outcome &outcome,
@@ -29,11 +49,11 @@ std::vector<std::string> CheckImportFiles(const Run &run, const Outcome &outcome
     if (!name.ends_with(".imp")) {
       continue;
     }
-    const auto inside = run.work / "data" / name;
-    const auto path = std::filesystem::exists(inside) ? inside : run.work / name;
+    const fs::path inside = run.work / "data" / name;
+    const fs::path path = fs::exists(inside) ? inside : run.work / name;
     QProcess process;
     process.setProcessChannelMode(QProcess::MergedChannels);
-    process.start(QString::fromStdString(checker), {QString::fromStdString(path.string())});
+    process.start(QString::fromStdString(checker), CheckerArguments(run, path));
     process.waitForFinished();
     if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
       complaints.push_back(name + ": " + process.readAll().toStdString());
