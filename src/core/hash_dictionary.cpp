@@ -1,5 +1,7 @@
 #include "core/hash_dictionary.h"
 
+#include <QScopedValueRollback>
+
 #include "core/pooled_allocation.h"
 #include "core/zem_mem_mgr_factory.h"
 
@@ -52,15 +54,9 @@ void hashDictionaryBase::prepareAssociations() {
   if (!associationsArePooled() || associationPool != nullptr || creatingAssociationPool) {
     return;
   }
-  creatingAssociationPool = true;
-  try {
-    associationPool = ZemMemMgrFactory::instance().create(
-        sizeof(Association), "hashDictionaryAssoc", kAssociationsPerChunk);
-  } catch (...) {
-    creatingAssociationPool = false;
-    throw;
-  }
-  creatingAssociationPool = false;
+  const QScopedValueRollback<bool> creating(creatingAssociationPool, true);
+  associationPool = ZemMemMgrFactory::instance().create(sizeof(Association), "hashDictionaryAssoc",
+                                                        kAssociationsPerChunk);
 }
 
 hashDictionaryBase::Association *hashDictionaryBase::allocateAssociation() {
