@@ -70,6 +70,7 @@ TEST(CheckedArray, ReserveKeepsContentsAndAFailureTooKeepsThem) {
   array.append(4);
   ASSERT_TRUE(array.reserve(100));
   const int *block = array.data();
+  ASSERT_TRUE(array.reserve(50));
   for (int value = 1; value < 100; ++value) {
     array.append(value);
   }

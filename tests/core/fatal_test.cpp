@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <exception>
 #include <fstream>
 #include <iostream>
 #include <iterator>
@@ -52,6 +53,13 @@ TEST(FatalDeathTest, ABadAllocThatNobodyCanCatchEndsTheRunLikeAnyOther) {
         askForMemoryWhereNothingMayBeThrown();
       },
       testing::ExitedWithCode(1), testing::Eq("Error: Out of memory.\n"));
+}
+
+TEST(Fatal, TheEndWithoutMemoryIsWhatTerminates) {
+  const std::terminate_handler before = std::get_terminate();
+  endRunOutOfMemoryOnTerminate();
+  EXPECT_EQ(std::get_terminate(), &endRunOutOfMemory);
+  std::set_terminate(before);
 }
 
 }  // namespace

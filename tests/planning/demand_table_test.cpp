@@ -21,6 +21,23 @@ MATCHER_P2(Demands, width, quantity, "") {
   return arg.width == width && arg.quantity == quantity;
 }
 
+TEST(DemandTable, GradesAndPeriodsAreFoundByName) {
+  DemandTable table;
+  table.addPeriod("G2", "2").demands.append({30, 2});
+  table.addPeriod("G1", "1");
+  table.addPeriod("G2", "1").demands.append({40, 1});
+  ASSERT_EQ(table.grades.size(), 2);
+  EXPECT_EQ(table.grades.first().grade, QString("G2"));
+  const GradeDemand *grade = table.find("G2");
+  ASSERT_EQ(grade, &table.grades.first());
+  ASSERT_EQ(grade->periods.size(), 2);
+  EXPECT_EQ(grade->periods.first().period, QString("2"));
+  EXPECT_EQ(grade->find("2")->demands.first().quantity, 2);
+  EXPECT_EQ(grade->find("1")->demands.first().quantity, 1);
+  EXPECT_EQ(grade->find("3"), nullptr);
+  EXPECT_EQ(table.find("G3"), nullptr);
+}
+
 TEST(DemandTable, TheWidthsOfAPeriodAreDistinctAndTheWidestComesFirst) {
   EXPECT_THAT(distinctWidths(period("1", {{30, 1}, {50, 2}, {30, 3}, {40, 4}})),
               ElementsAre(50, 40, 30));
