@@ -24,7 +24,7 @@ using corvane::lp::testing::Problem;
 
 enum Mode { kFast, kPrimal, kDual, kBarrier };
 
-void set_mode(Mode mode) {
+void setMode(Mode mode) {
   if (mode == kPrimal) {
     setenv("CORVANE_LP_PLAIN", "primal", 1);
   } else if (mode == kDual) {
@@ -35,15 +35,15 @@ void set_mode(Mode mode) {
 }
 
 // Recorded once for each shape, by the layer as it is.
-const MillRecord &record_of(int widths, int patterns, int deckles, int periods) {
+const MillRecord &recordOf(int widths, int patterns, int deckles, int periods) {
   static std::map<std::tuple<int, int, int, int>, MillRecord> records;
   const auto key = std::make_tuple(widths, patterns, deckles, periods);
   auto found = records.find(key);
   if (found == records.end()) {
-    set_mode(kFast);
+    setMode(kFast);
     MillShape shape;
     shape.widths = widths;
-    shape.patterns_per_iteration = patterns;
+    shape.patternsPerIteration = patterns;
     shape.deckles = deckles;
     shape.periods = periods;
     found = records.emplace(key, CuttingStock(shape).run()).first;
@@ -51,15 +51,15 @@ const MillRecord &record_of(int widths, int patterns, int deckles, int periods) 
   return found->second;
 }
 
-const MillRecord &record_of(const benchmark::State &state) {
-  return record_of(static_cast<int>(state.range(1)), static_cast<int>(state.range(2)),
-                   static_cast<int>(state.range(3)), static_cast<int>(state.range(4)));
+const MillRecord &recordOf(const benchmark::State &state) {
+  return recordOf(static_cast<int>(state.range(1)), static_cast<int>(state.range(2)),
+                  static_cast<int>(state.range(3)), static_cast<int>(state.range(4)));
 }
 
 void masters(benchmark::State &state) {
-  const MillRecord &record = record_of(state);
+  const MillRecord &record = recordOf(state);
   const auto mode = static_cast<Mode>(state.range(0));
-  set_mode(mode);
+  setMode(mode);
   for (auto iteration : state) {
     CPXENVptr env = CPXopenCPLEXruntime(nullptr, 0, nullptr);
     for (const MasterRecord &master : record.masters) {
@@ -80,18 +80,18 @@ void masters(benchmark::State &state) {
 }
 
 void finals(benchmark::State &state) {
-  const MillRecord &record = record_of(state);
+  const MillRecord &record = recordOf(state);
   const auto mode = static_cast<Mode>(state.range(0));
-  set_mode(mode);
+  setMode(mode);
   for (auto iteration : state) {
     CPXENVptr env = CPXopenCPLEXruntime(nullptr, 0, nullptr);
-    for (const std::vector<double> &rhs : record.final_rhs) {
+    for (const std::vector<double> &rhs : record.finalRhs) {
       Problem problem(env);
-      problem.load(record.final_columns, rhs);
+      problem.load(record.finalColumns, rhs);
       if (problem.solve(mode == kBarrier) != 1) {
         state.SkipWithError("a final LP has no optimum");
       }
-      benchmark::DoNotOptimize(problem.reduced_costs().data());
+      benchmark::DoNotOptimize(problem.reducedCosts().data());
       problem.free();
     }
     CPXcloseCPLEX(&env);

@@ -8,7 +8,7 @@ namespace {
 
 // CLP's crossover stops with columns between their bounds that are not basic ("super basic"), far
 // from a vertex. At a bound they cost a few dual iterations and the answer is a vertex again.
-ClpSimplex::Status nearest_bound(ClpSimplex::Status status, double lower, double upper) {
+ClpSimplex::Status nearestBound(ClpSimplex::Status status, double lower, double upper) {
   if (status == ClpSimplex::basic || status == ClpSimplex::atLowerBound ||
       status == ClpSimplex::atUpperBound || status == ClpSimplex::isFixed) {
     return status;
@@ -19,7 +19,7 @@ ClpSimplex::Status nearest_bound(ClpSimplex::Status status, double lower, double
   return upper < COIN_DBL_MAX ? ClpSimplex::atUpperBound : ClpSimplex::isFree;
 }
 
-double value_at(ClpSimplex::Status status, double value, double lower, double upper) {
+double valueAt(ClpSimplex::Status status, double value, double lower, double upper) {
   switch (status) {
     case ClpSimplex::atLowerBound:
     case ClpSimplex::isFixed:
@@ -35,23 +35,23 @@ double value_at(ClpSimplex::Status status, double value, double lower, double up
 
 }  // namespace
 
-void solve_by_barrier(ClpSimplex &clp) {
+void solveByBarrier(ClpSimplex &clp) {
   clp.barrier(true);
   for (int j = 0; j < clp.numberColumns(); ++j) {
     const double lower = clp.columnLower()[j];
     const double upper = clp.columnUpper()[j];
-    const auto status = nearest_bound(clp.getColumnStatus(j), lower, upper);
+    const auto status = nearestBound(clp.getColumnStatus(j), lower, upper);
     clp.setColumnStatus(j, status);
     double &x = clp.primalColumnSolution()[j];
-    x = value_at(status, x, lower, upper);
+    x = valueAt(status, x, lower, upper);
   }
   for (int i = 0; i < clp.numberRows(); ++i) {
     const double lower = clp.rowLower()[i];
     const double upper = clp.rowUpper()[i];
-    const auto status = nearest_bound(clp.getRowStatus(i), lower, upper);
+    const auto status = nearestBound(clp.getRowStatus(i), lower, upper);
     clp.setRowStatus(i, status);
     double &activity = clp.primalRowSolution()[i];
-    activity = value_at(status, activity, lower, upper);
+    activity = valueAt(status, activity, lower, upper);
   }
 }
 

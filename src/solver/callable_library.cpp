@@ -21,8 +21,8 @@ using corvane::lp::Answer;
 using corvane::lp::ColumnBatch;
 using corvane::lp::LinearProgram;
 using corvane::lp::Method;
-using corvane::lp::objective_value;
-using corvane::lp::reduced_cost;
+using corvane::lp::objectiveValue;
+using corvane::lp::reducedCost;
 using corvane::lp::RowBatch;
 using corvane::lp::Settings;
 using corvane::lp::Status;
@@ -49,7 +49,7 @@ int guarded(Operation operation) noexcept {
   }
 }
 
-void set_status(int *status, int code) {
+void setStatus(int *status, int code) {
   if (status != nullptr) {
     *status = code;
   }
@@ -60,8 +60,8 @@ bool belongs(CPXENVptr env, CPXLPptr lp) {
 }
 
 // The one case in which the library speaks and stops: the debug switch asks it to.
-void stop_unless_right(const LinearProgram &program, const Answer &answer) {
-  if (const std::string complaint = check_answer(program, answer); !complaint.empty()) {
+void stopUnlessRight(const LinearProgram &program, const Answer &answer) {
+  if (const std::string complaint = checkAnswer(program, answer); !complaint.empty()) {
     std::fprintf(stderr, "CORVANE_LP_CHECK: wrong answer to an LP of %d rows, %d columns:\n%s\n",
                  program.rows(), program.columns(), complaint.c_str());
     std::abort();
@@ -79,18 +79,18 @@ int solve(CPXENVptr env, CPXLPptr lp, Method asked) {
     }
     lp->answer = lp->solver.solve(lp->program, asked, env->settings, env->known);
     if (env->settings.check) {
-      stop_unless_right(lp->program, lp->answer);
+      stopUnlessRight(lp->program, lp->answer);
     }
     return kSuccess;
   });
 }
 
 // What speeds up the next solve of the same matrix; running out of memory here only loses that.
-void remember_matrix(cpxenv &env, cpxlp &lp) {
+void rememberMatrix(cpxenv &env, cpxlp &lp) {
   guarded([&]() -> int {
     env.known.promising = lp.solver.promising(lp.program, lp.answer);
     lp.solver = {};
-    env.known.pool = lp.program.release_pool();
+    env.known.pool = lp.program.releasePool();
     return kSuccess;
   });
 }
@@ -107,8 +107,8 @@ int readable(CPXENVptr env, CPXLPptr lp, const double *target, int begin, int en
 }
 
 // The solver minimises; no negative zeros.
-double in_callers_sense(const cpxlp &lp, double value) {
-  return lp.program.objective_sense() == 1 ? value : 0.0 - value;
+double inCallersSense(const cpxlp &lp, double value) {
+  return lp.program.objectiveSense() == 1 ? value : 0.0 - value;
 }
 
 }  // namespace
@@ -117,10 +117,10 @@ extern "C" {
 
 CPXENVptr CPXopenCPLEXruntime(int *status, int /*serial*/, const char * /*licence*/) {
   CPXENVptr env = nullptr;
-  set_status(status, guarded([&]() -> int {
-               env = new cpxenv(Settings::from_process_environment());
-               return kSuccess;
-             }));
+  setStatus(status, guarded([&]() -> int {
+              env = new cpxenv(Settings::fromProcessEnvironment());
+              return kSuccess;
+            }));
   return env;
 }
 
@@ -135,19 +135,19 @@ int CPXcloseCPLEX(CPXENVptr *env) {
 
 CPXLPptr CPXcreateprob(CPXENVptr env, int *status, const char * /*name*/) {
   if (env == nullptr) {
-    set_status(status, kNoProblem);
+    setStatus(status, kNoProblem);
     return nullptr;
   }
   CPXLPptr lp = nullptr;
-  set_status(status, guarded([&]() -> int {
-               env->problems.push_back(std::make_unique<cpxlp>(*env));
-               lp = env->problems.back().get();
-               return kSuccess;
-             }));
+  setStatus(status, guarded([&]() -> int {
+              env->problems.push_back(std::make_unique<cpxlp>(*env));
+              lp = env->problems.back().get();
+              return kSuccess;
+            }));
   return lp;
 }
 
-int CPXcopylp(CPXENVptr env, CPXLPptr lp, int columns, int rows, int objective_sense,
+int CPXcopylp(CPXENVptr env, CPXLPptr lp, int columns, int rows, int objectiveSense,
               const double *objective, const double *rhs, const char *senses, const int *matbeg,
               const int *matcnt, const int *matind, const double *matval, const double *lower,
               const double *upper, const double * /*ranges: no sense of ours has one*/) {
@@ -169,8 +169,8 @@ int CPXcopylp(CPXENVptr env, CPXLPptr lp, int columns, int rows, int objective_s
     batch.lower = lower;
     batch.upper = upper;
     const bool counted = columns <= 0 || matcnt != nullptr;
-    lp->loaded = counted && lp->program.set_rows(RowBatch{rows, rhs, senses}, objective_sense) &&
-                 lp->program.add_columns(batch);
+    lp->loaded = counted && lp->program.setRows(RowBatch{rows, rhs, senses}, objectiveSense) &&
+                 lp->program.addColumns(batch);
     return lp->loaded ? kSuccess : kBadArgument;
   });
 }
@@ -194,7 +194,7 @@ int CPXaddcols(CPXENVptr env, CPXLPptr lp, int columns, int nonzeros, const doub
     batch.values = matval;
     batch.lower = lower;
     batch.upper = upper;
-    return lp->program.add_columns(batch) ? kSuccess : kBadArgument;
+    return lp->program.addColumns(batch) ? kSuccess : kBadArgument;
   });
 }
 
@@ -214,7 +214,7 @@ int CPXgetobjval(CPXENVptr env, CPXLPptr lp, double *value) {
   if (const int code = readable(env, lp, value, 0, 0, 1); code != kSuccess) {
     return code;
   }
-  *value = in_callers_sense(*lp, objective_value(lp->program, lp->answer));
+  *value = inCallersSense(*lp, objectiveValue(lp->program, lp->answer));
   return kSuccess;
 }
 
@@ -239,7 +239,7 @@ int CPXgetpi(CPXENVptr env, CPXLPptr lp, double *pi, int begin, int end) {
   }
   for (int i = begin; i <= end; ++i) {
     const double dual = lp->answer.duals[static_cast<std::size_t>(i)];
-    pi[i - begin] = in_callers_sense(*lp, dual);
+    pi[i - begin] = inCallersSense(*lp, dual);
   }
   return kSuccess;
 }
@@ -250,8 +250,8 @@ int CPXgetdj(CPXENVptr env, CPXLPptr lp, double *dj, int begin, int end) {
     return code;
   }
   for (int j = begin; j <= end; ++j) {
-    const double reduced = reduced_cost(lp->program.pool(), j, lp->answer.duals.data());
-    dj[j - begin] = in_callers_sense(*lp, reduced);
+    const double reduced = reducedCost(lp->program.pool(), j, lp->answer.duals.data());
+    dj[j - begin] = inCallersSense(*lp, reduced);
   }
   return kSuccess;
 }
@@ -265,7 +265,7 @@ int CPXfreeprob(CPXENVptr env, CPXLPptr *lp) {
   if (found == env->problems.end()) {
     return kNoProblem;
   }
-  remember_matrix(*env, **found);
+  rememberMatrix(*env, **found);
   env->problems.erase(found);
   *lp = nullptr;
   return kSuccess;

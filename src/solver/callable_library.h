@@ -27,8 +27,8 @@ CPXLPptr CPXcreateprob(CPXENVptr env, int *status, const char *name);
 
 // Loads a whole LP and replaces what the problem held. objective, matbeg, matcnt, lower and upper
 // hold `columns` entries; rhs and senses ('G', 'L' or 'E') hold `rows`; ranges may be null.
-// objective_sense 1 minimises. All arrays are copied.
-int CPXcopylp(CPXENVptr env, CPXLPptr lp, int columns, int rows, int objective_sense,
+// objectiveSense 1 minimises. All arrays are copied.
+int CPXcopylp(CPXENVptr env, CPXLPptr lp, int columns, int rows, int objectiveSense,
               const double *objective, const double *rhs, const char *senses, const int *matbeg,
               const int *matcnt, const int *matind, const double *matval, const double *lower,
               const double *upper, const double *ranges);

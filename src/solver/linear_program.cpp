@@ -18,22 +18,22 @@ double widen(double bound) {
   return bound <= -kInfinite ? -kInfinity : bound;
 }
 
-bool is_finite(double value) {
+bool isFinite(double value) {
   return std::fabs(value) < kInfinite;
 }  // false for NaN
 
-bool is_lower_bound(double value) {
+bool isLowerBound(double value) {
   return value < kInfinite;
 }  // false for NaN
-bool is_upper_bound(double value) {
+bool isUpperBound(double value) {
   return value > -kInfinite;
 }  // false for NaN
 
-double larger_finite(double known, double value) {
+double largerFinite(double known, double value) {
   return std::isinf(value) ? known : std::max(known, std::fabs(value));
 }
 
-int column_end(const ColumnBatch &batch, int column) {
+int columnEnd(const ColumnBatch &batch, int column) {
   if (batch.counts != nullptr) {
     return batch.starts[column] + batch.counts[column];
   }
@@ -41,7 +41,7 @@ int column_end(const ColumnBatch &batch, int column) {
 }
 
 // Starts and counts point into the arrays and their sums stay within 32 bits.
-bool extents_are_valid(const ColumnBatch &batch, std::size_t held) {
+bool extentsAreValid(const ColumnBatch &batch, std::size_t held) {
   std::size_t total = held;
   for (int j = 0; j < batch.columns; ++j) {
     const int begin = batch.starts[j];
@@ -52,23 +52,23 @@ bool extents_are_valid(const ColumnBatch &batch, std::size_t held) {
       if (batch.counts[j] < 0 || batch.counts[j] > std::numeric_limits<int>::max() - begin) {
         return false;
       }
-    } else if (column_end(batch, j) < begin || column_end(batch, j) > batch.nonzeros) {
+    } else if (columnEnd(batch, j) < begin || columnEnd(batch, j) > batch.nonzeros) {
       return false;
     }
-    total += static_cast<std::size_t>(column_end(batch, j) - begin);
+    total += static_cast<std::size_t>(columnEnd(batch, j) - begin);
   }
   return total <= static_cast<std::size_t>(std::numeric_limits<int>::max());
 }
 
 // Every entry is a number in an existing row, and no row comes twice in a column.
-bool entries_are_valid(const ColumnBatch &batch, int rows) {
-  std::vector<int> last_column(static_cast<std::size_t>(rows), -1);
+bool entriesAreValid(const ColumnBatch &batch, int rows) {
+  std::vector<int> lastColumn(static_cast<std::size_t>(rows), -1);
   for (int j = 0; j < batch.columns; ++j) {
-    for (int k = batch.starts[j]; k < column_end(batch, j); ++k) {
-      if (batch.rows[k] < 0 || batch.rows[k] >= rows || !is_finite(batch.values[k])) {
+    for (int k = batch.starts[j]; k < columnEnd(batch, j); ++k) {
+      if (batch.rows[k] < 0 || batch.rows[k] >= rows || !isFinite(batch.values[k])) {
         return false;
       }
-      int &seen = last_column[static_cast<std::size_t>(batch.rows[k])];
+      int &seen = lastColumn[static_cast<std::size_t>(batch.rows[k])];
       if (seen == j) {
         return false;
       }
@@ -94,9 +94,9 @@ void reserve(ColumnPool &pool, std::size_t columns, std::size_t entries) {
   grow(pool.value, entries);
 }
 
-bool has_entries(const ColumnBatch &batch) {
+bool hasEntries(const ColumnBatch &batch) {
   for (int j = 0; j < batch.columns; ++j) {
-    if (column_end(batch, j) > batch.starts[j]) {
+    if (columnEnd(batch, j) > batch.starts[j]) {
       return true;
     }
   }
@@ -105,8 +105,8 @@ bool has_entries(const ColumnBatch &batch) {
 
 }  // namespace
 
-bool LinearProgram::set_rows(const RowBatch &batch, int objective_sense) {
-  if (batch.rows < 0 || (objective_sense != 1 && objective_sense != -1) ||
+bool LinearProgram::setRows(const RowBatch &batch, int objectiveSense) {
+  if (batch.rows < 0 || (objectiveSense != 1 && objectiveSense != -1) ||
       (batch.rows > 0 && (batch.rhs == nullptr || batch.senses == nullptr))) {
     return false;
   }
@@ -123,20 +123,20 @@ bool LinearProgram::set_rows(const RowBatch &batch, int objective_sense) {
     lower.push_back(sense == 'L' ? -kInfinity : rhs);
     upper.push_back(sense == 'G' ? kInfinity : rhs);
     covering = covering && sense == 'G';
-    largest = larger_finite(largest, rhs);
+    largest = largerFinite(largest, rhs);
   }
-  row_lower_ = std::move(lower);
-  row_upper_ = std::move(upper);
-  objective_sense_ = objective_sense;
-  covering_rows_ = covering;
-  covering_columns_ = true;
+  rowLower_ = std::move(lower);
+  rowUpper_ = std::move(upper);
+  objectiveSense_ = objectiveSense;
+  coveringRows_ = covering;
+  coveringColumns_ = true;
   pool_ = ColumnPool();
-  largest_cost_ = 0.0;
-  largest_bound_ = largest;
+  largestCost_ = 0.0;
+  largestBound_ = largest;
   return true;
 }
 
-bool LinearProgram::batch_is_valid(const ColumnBatch &batch) const {
+bool LinearProgram::batchIsValid(const ColumnBatch &batch) const {
   if (batch.columns < 0 || batch.nonzeros < 0) {
     return false;
   }
@@ -144,30 +144,30 @@ bool LinearProgram::batch_is_valid(const ColumnBatch &batch) const {
     return true;
   }
   if (batch.costs == nullptr || batch.starts == nullptr || batch.lower == nullptr ||
-      batch.upper == nullptr || !extents_are_valid(batch, pool_.row.size())) {
+      batch.upper == nullptr || !extentsAreValid(batch, pool_.row.size())) {
     return false;
   }
   for (int j = 0; j < batch.columns; ++j) {
-    if (!is_finite(batch.costs[j]) || !is_lower_bound(batch.lower[j]) ||
-        !is_upper_bound(batch.upper[j])) {
+    if (!isFinite(batch.costs[j]) || !isLowerBound(batch.lower[j]) ||
+        !isUpperBound(batch.upper[j])) {
       return false;
     }
   }
-  if (!has_entries(batch)) {
+  if (!hasEntries(batch)) {
     return true;
   }
-  return batch.rows != nullptr && batch.values != nullptr && entries_are_valid(batch, rows());
+  return batch.rows != nullptr && batch.values != nullptr && entriesAreValid(batch, rows());
 }
 
-void LinearProgram::append_column(const ColumnBatch &batch, int column) {
-  const double cost = objective_sense_ == 1 ? batch.costs[column] : 0.0 - batch.costs[column];
+void LinearProgram::appendColumn(const ColumnBatch &batch, int column) {
+  const double cost = objectiveSense_ == 1 ? batch.costs[column] : 0.0 - batch.costs[column];
   const double lower = widen(batch.lower[column]);
   const double upper = widen(batch.upper[column]);
   bool covering = cost >= 0.0 && lower == 0.0 && upper == kInfinity;
   pool_.cost.push_back(cost);
   pool_.lower.push_back(lower);
   pool_.upper.push_back(upper);
-  for (int k = batch.starts[column]; k < column_end(batch, column); ++k) {
+  for (int k = batch.starts[column]; k < columnEnd(batch, column); ++k) {
     if (std::fabs(batch.values[k]) < kTinyCoefficient) {
       continue;
     }
@@ -176,23 +176,23 @@ void LinearProgram::append_column(const ColumnBatch &batch, int column) {
     covering = covering && batch.values[k] > 0.0;
   }
   pool_.start.push_back(static_cast<int>(pool_.row.size()));
-  covering_columns_ = covering_columns_ && covering;
-  largest_cost_ = std::max(largest_cost_, std::fabs(cost));
-  largest_bound_ = larger_finite(larger_finite(largest_bound_, lower), upper);
+  coveringColumns_ = coveringColumns_ && covering;
+  largestCost_ = std::max(largestCost_, std::fabs(cost));
+  largestBound_ = largerFinite(largerFinite(largestBound_, lower), upper);
 }
 
-bool LinearProgram::add_columns(const ColumnBatch &batch) {
-  if (!batch_is_valid(batch)) {
+bool LinearProgram::addColumns(const ColumnBatch &batch) {
+  if (!batchIsValid(batch)) {
     return false;
   }
   std::size_t entries = pool_.row.size();
   for (int j = 0; j < batch.columns; ++j) {
-    entries += static_cast<std::size_t>(column_end(batch, j) - batch.starts[j]);
+    entries += static_cast<std::size_t>(columnEnd(batch, j) - batch.starts[j]);
   }
   // All memory first, so that running out of it leaves the columns as they were.
   reserve(pool_, pool_.cost.size() + static_cast<std::size_t>(batch.columns), entries);
   for (int j = 0; j < batch.columns; ++j) {
-    append_column(batch, j);
+    appendColumn(batch, j);
   }
   return true;
 }

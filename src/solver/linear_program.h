@@ -2,7 +2,7 @@
 
 // A linear program in minimisation form, held in arrays of our own:
 //
-//   minimise c'x  subject to  row_lower <= A x <= row_upper,  lower <= x <= upper
+//   minimise c'x  subject to  rowLower <= A x <= rowUpper,  lower <= x <= upper
 //
 // Columns live in a pool that only grows. Everything a solve needs beyond CLP (pricing, reduced
 // costs, checks) is read from here, so that CLP may hold any subset of the columns.
@@ -60,48 +60,48 @@ class LinearProgram {
   // Takes the rows and an objective sense: 1 minimises, -1 maximises, which turns every cost that
   // comes in. Returns false, and changes nothing, when a right-hand side is not a number or a
   // sense is unknown.
-  bool set_rows(const RowBatch &batch, int objective_sense);
+  bool setRows(const RowBatch &batch, int objectiveSense);
 
   // Appends the columns. Returns false, and changes nothing, when an array is missing, a number is
   // no number, a cost or coefficient is infinite, a bound is infinite on the wrong side, a row
   // does not exist or appears twice in a column, or the entries outgrow 32 bits. May throw
   // std::bad_alloc, which changes nothing either.
-  bool add_columns(const ColumnBatch &batch);
+  bool addColumns(const ColumnBatch &batch);
 
-  int rows() const { return static_cast<int>(row_lower_.size()); }
+  int rows() const { return static_cast<int>(rowLower_.size()); }
   int columns() const { return pool_.size(); }
   const ColumnPool &pool() const { return pool_; }
-  const std::vector<double> &row_lower() const { return row_lower_; }
-  const std::vector<double> &row_upper() const { return row_upper_; }
-  int objective_sense() const { return objective_sense_; }
+  const std::vector<double> &rowLower() const { return rowLower_; }
+  const std::vector<double> &rowUpper() const { return rowUpper_; }
+  int objectiveSense() const { return objectiveSense_; }
 
   // Moves the columns out; the program is of no further use.
-  ColumnPool release_pool() { return std::move(pool_); }
+  ColumnPool releasePool() { return std::move(pool_); }
 
   // True when all rows are >=, all columns run from 0 to infinity, and neither a cost nor a
   // coefficient is negative: the covering LPs of pattern generation.
-  bool is_covering() const { return covering_rows_ && covering_columns_; }
+  bool isCovering() const { return coveringRows_ && coveringColumns_; }
 
   // The largest |cost|, and the largest finite |right-hand side or bound|.
-  double largest_cost() const { return largest_cost_; }
-  double largest_bound() const { return largest_bound_; }
+  double largestCost() const { return largestCost_; }
+  double largestBound() const { return largestBound_; }
 
  private:
-  bool batch_is_valid(const ColumnBatch &batch) const;
-  void append_column(const ColumnBatch &batch, int column);
+  bool batchIsValid(const ColumnBatch &batch) const;
+  void appendColumn(const ColumnBatch &batch, int column);
 
-  int objective_sense_ = 1;
-  std::vector<double> row_lower_;
-  std::vector<double> row_upper_;
+  int objectiveSense_ = 1;
+  std::vector<double> rowLower_;
+  std::vector<double> rowUpper_;
   ColumnPool pool_;
-  bool covering_rows_ = true;
-  bool covering_columns_ = true;
-  double largest_cost_ = 0.0;
-  double largest_bound_ = 0.0;
+  bool coveringRows_ = true;
+  bool coveringColumns_ = true;
+  double largestCost_ = 0.0;
+  double largestBound_ = 0.0;
 };
 
 // c_j - A_j'y for one column.
-inline double reduced_cost(const ColumnPool &pool, int column, const double *duals) {
+inline double reducedCost(const ColumnPool &pool, int column, const double *duals) {
   const auto j = static_cast<std::size_t>(column);
   double result = pool.cost[j];
   const auto end = static_cast<std::size_t>(pool.start[j + 1]);

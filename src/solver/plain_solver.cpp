@@ -4,8 +4,8 @@
 
 namespace corvane::lp {
 
-void PlainSolver::take_in_columns(const LinearProgram &lp) {
-  if (working_ != nullptr && !working_->scales_still_fit()) {
+void PlainSolver::takeInColumns(const LinearProgram &lp) {
+  if (working_ != nullptr && !working_->scalesStillFit()) {
     working_.reset();
   }
   const std::size_t held = working_ == nullptr ? 0 : working_->columns().size();
@@ -14,7 +14,7 @@ void PlainSolver::take_in_columns(const LinearProgram &lp) {
   if (working_ == nullptr) {
     working_ = std::make_unique<WorkingLp>(lp, std::move(columns));
   } else if (!columns.empty()) {
-    working_->add_columns(columns);
+    working_->addColumns(columns);
   }
 }
 
@@ -26,13 +26,13 @@ Answer PlainSolver::solve(const LinearProgram &lp, Method method) {
   if (method == Method::kDual) {
     working_.reset();
   }
-  take_in_columns(lp);
+  takeInColumns(lp);
   Status status = run(method);
   // What one simplex gives up on, the other often settles.
   for (const Method again : {Method::kPrimal, Method::kDual}) {
     if (status == Status::kOther) {
       working_.reset();
-      take_in_columns(lp);
+      takeInColumns(lp);
       status = run(again);
     }
   }

@@ -18,7 +18,7 @@ class PlainSolver {
   Answer solve(const LinearProgram &lp, Method method);
 
  private:
-  void take_in_columns(const LinearProgram &lp);
+  void takeInColumns(const LinearProgram &lp);
   Status run(Method method);
 
   std::unique_ptr<WorkingLp> working_;

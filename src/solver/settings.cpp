@@ -14,7 +14,7 @@ std::string_view variable(const char *name) {
 
 }  // namespace
 
-Settings Settings::from_process_environment() {
+Settings Settings::fromProcessEnvironment() {
   Settings settings;
   const std::string_view plain = variable("CORVANE_LP_PLAIN");
   if (plain == "dual") {

@@ -13,7 +13,7 @@ struct Settings {
   // CORVANE_LP_CHECK=1: every optimal answer is checked, and a wrong one stops the process.
   bool check = false;
 
-  static Settings from_process_environment();
+  static Settings fromProcessEnvironment();
 };
 
 }  // namespace corvane::lp

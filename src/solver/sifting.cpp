@@ -18,17 +18,17 @@ constexpr int kLeastMovedIn = 50;
 constexpr double kObjectiveTolerance = 1e-9;
 
 struct Priced {
-  double reduced_cost;
+  double reducedCost;
   int column;
 
   // By reduced cost, then by age: the order does not depend on the sorting algorithm.
   bool operator<(const Priced &other) const {
-    return std::tie(reduced_cost, column) < std::tie(other.reduced_cost, other.column);
+    return std::tie(reducedCost, column) < std::tie(other.reducedCost, other.column);
   }
 };
 
 // The `count` first in order, in the order of the pool.
-std::vector<int> first_columns(std::vector<Priced> &candidates, std::size_t count) {
+std::vector<int> firstColumns(std::vector<Priced> &candidates, std::size_t count) {
   if (candidates.size() > count) {
     std::nth_element(candidates.begin(), candidates.begin() + static_cast<std::ptrdiff_t>(count),
                      candidates.end());
@@ -50,54 +50,54 @@ Sifting::Sifting(const LinearProgram &lp, const std::vector<int> &columns) : lp_
 }
 
 void Sifting::rebuild(const std::vector<int> &columns) {
-  is_in_.assign(static_cast<std::size_t>(lp_.columns()), 0);
+  isIn_.assign(static_cast<std::size_t>(lp_.columns()), 0);
   for (const int column : columns) {
-    is_in_[static_cast<std::size_t>(column)] = 1;
+    isIn_[static_cast<std::size_t>(column)] = 1;
   }
   working_ = std::make_unique<WorkingLp>(lp_, columns);
 }
 
-void Sifting::move_in(const std::vector<int> &columns) {
-  is_in_.resize(static_cast<std::size_t>(lp_.columns()), 0);
+void Sifting::moveIn(const std::vector<int> &columns) {
+  isIn_.resize(static_cast<std::size_t>(lp_.columns()), 0);
   for (const int column : columns) {
-    is_in_[static_cast<std::size_t>(column)] = 1;
+    isIn_[static_cast<std::size_t>(column)] = 1;
   }
-  working_->add_columns(columns);
+  working_->addColumns(columns);
 }
 
-void Sifting::take_in_from(int begin) {
+void Sifting::takeInFrom(int begin) {
   std::vector<int> columns;
   for (int j = begin; j < lp_.columns(); ++j) {
     columns.push_back(j);
   }
   if (!columns.empty()) {
-    move_in(columns);
+    moveIn(columns);
   }
 }
 
-bool Sifting::move_in_violated(const std::vector<double> &duals) {
-  is_in_.resize(static_cast<std::size_t>(lp_.columns()), 0);
+bool Sifting::moveInViolated(const std::vector<double> &duals) {
+  isIn_.resize(static_cast<std::size_t>(lp_.columns()), 0);
   if (static_cast<int>(working_->columns().size()) == lp_.columns()) {
     return false;
   }
-  const double tolerance = -kPricingTolerance / working_->cost_scale();
+  const double tolerance = -kPricingTolerance / working_->costScale();
   std::vector<Priced> violated;
   for (int j = 0; j < lp_.columns(); ++j) {
-    if (is_in_[static_cast<std::size_t>(j)] != 0) {
+    if (isIn_[static_cast<std::size_t>(j)] != 0) {
       continue;
     }
-    if (const double d = reduced_cost(lp_.pool(), j, duals.data()); d < tolerance) {
+    if (const double d = reducedCost(lp_.pool(), j, duals.data()); d < tolerance) {
       violated.push_back({d, j});
     }
   }
   if (violated.empty()) {
     return false;
   }
-  move_in(first_columns(violated, static_cast<std::size_t>(std::max(kLeastMovedIn, lp_.rows()))));
+  moveIn(firstColumns(violated, static_cast<std::size_t>(std::max(kLeastMovedIn, lp_.rows()))));
   return true;
 }
 
-Status Sifting::solve_working_set(Method method) {
+Status Sifting::solveWorkingSet(Method method) {
   switch (method) {
     case Method::kPrimal:
       return working_->primal();
@@ -111,21 +111,21 @@ Status Sifting::solve_working_set(Method method) {
 
 // Of a covering program the objective of the columns is that of the rows' duals, at the optimum
 // and nowhere else. CLP now and then stops with traces of its perturbation in either.
-bool Sifting::objectives_agree() const {
+bool Sifting::objectivesAgree() const {
   double primal = 0.0;
   for (const auto &[column, x] : answer_.activities) {
     primal += lp_.pool().cost[static_cast<std::size_t>(column)] * x;
   }
   double dual = 0.0;
   for (std::size_t i = 0; i < answer_.duals.size(); ++i) {
-    dual += answer_.duals[i] == 0.0 ? 0.0 : answer_.duals[i] * lp_.row_lower()[i];
+    dual += answer_.duals[i] == 0.0 ? 0.0 : answer_.duals[i] * lp_.rowLower()[i];
   }
   return std::fabs(primal - dual) <= kObjectiveTolerance * std::fabs(primal);
 }
 
 Status Sifting::sift(Method first) {
-  Status status = solve_working_set(first);
-  while (status == Status::kOptimal && move_in_violated(working_->duals())) {
+  Status status = solveWorkingSet(first);
+  while (status == Status::kOptimal && moveInViolated(working_->duals())) {
     status = working_->primal();
   }
   answer_ = status == Status::kOptimal ? working_->answer() : Answer();
@@ -133,17 +133,17 @@ Status Sifting::sift(Method first) {
 }
 
 Status Sifting::optimise(Method first) {
-  if (!working_->scales_still_fit()) {
+  if (!working_->scalesStillFit()) {
     rebuild(std::vector<int>(working_->columns()));
   }
   Status status = sift(first);
-  if (status == Status::kOptimal && !objectives_agree()) {
+  if (status == Status::kOptimal && !objectivesAgree()) {
     status = sift(Method::kPrimal);
   }
-  return status == Status::kOptimal && !objectives_agree() ? Status::kOther : status;
+  return status == Status::kOptimal && !objectivesAgree() ? Status::kOther : status;
 }
 
-void Sifting::drop_surplus(const std::vector<double> &duals) {
+void Sifting::dropSurplus(const std::vector<double> &duals) {
   const auto rows = static_cast<std::size_t>(lp_.rows());
   const std::vector<int> &held = working_->columns();
   if (held.size() <= 3 * rows) {
@@ -153,23 +153,23 @@ void Sifting::drop_surplus(const std::vector<double> &duals) {
   std::vector<Priced> others;
   for (int position = 0; position < static_cast<int>(held.size()); ++position) {
     const int column = held[static_cast<std::size_t>(position)];
-    if (working_->is_basic(position)) {
+    if (working_->isBasic(position)) {
       kept.push_back(column);
     } else {
-      others.push_back({reduced_cost(lp_.pool(), column, duals.data()), column});
+      others.push_back({reducedCost(lp_.pool(), column, duals.data()), column});
     }
   }
   const std::vector<int> basic = kept;
-  const std::vector<int> best = first_columns(others, 2 * rows - std::min(2 * rows, kept.size()));
+  const std::vector<int> best = firstColumns(others, 2 * rows - std::min(2 * rows, kept.size()));
   kept.insert(kept.end(), best.begin(), best.end());
   std::unique_ptr<WorkingLp> old = std::move(working_);
   rebuild(kept);
   for (int position = 0; position < static_cast<int>(basic.size()); ++position) {
-    working_->make_basic(position);
+    working_->makeBasic(position);
   }
   for (int row = 0; row < lp_.rows(); ++row) {
-    if (!old->row_is_basic(row)) {
-      working_->make_row_nonbasic(row);
+    if (!old->rowIsBasic(row)) {
+      working_->makeRowNonbasic(row);
     }
   }
 }

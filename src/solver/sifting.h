@@ -28,7 +28,7 @@ class Sifting {
   Sifting(const LinearProgram &lp, const std::vector<int> &columns);
 
   // Moves the columns from `begin` on, which the pool has gained, in at once.
-  void take_in_from(int begin);
+  void takeInFrom(int begin);
 
   // To the optimum of the whole program. `first` solves the working set the first time; after
   // that, and with kPrimal from the start, a warm primal simplex does. A status other than
@@ -37,11 +37,11 @@ class Sifting {
 
   // Prices the pool with the duals of the last optimum and moves the most negative columns in.
   // False when there are none.
-  bool move_in_violated(const std::vector<double> &duals);
+  bool moveInViolated(const std::vector<double> &duals);
 
   // Keeps the working set small: beyond 3 columns a row, the non-basic ones of highest reduced
   // cost leave until 2 a row are left. The basis stays.
-  void drop_surplus(const std::vector<double> &duals);
+  void dropSurplus(const std::vector<double> &duals);
 
   // Of the last optimise(), which must have ended with kOptimal.
   const Answer &answer() const { return answer_; }
@@ -49,16 +49,16 @@ class Sifting {
   const WorkingLp &working() const { return *working_; }
 
  private:
-  Status solve_working_set(Method method);
+  Status solveWorkingSet(Method method);
   Status sift(Method first);
-  bool objectives_agree() const;
-  void move_in(const std::vector<int> &columns);
+  bool objectivesAgree() const;
+  void moveIn(const std::vector<int> &columns);
   void rebuild(const std::vector<int> &columns);
 
   const LinearProgram &lp_;
   std::unique_ptr<WorkingLp> working_;
   Answer answer_;
-  std::vector<char> is_in_;  // for each column of the pool, as far as it has been looked at
+  std::vector<char> isIn_;  // for each column of the pool, as far as it has been looked at
 };
 
 }  // namespace corvane::lp

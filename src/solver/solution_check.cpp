@@ -35,7 +35,7 @@ class Check {
         reduced_(static_cast<std::size_t>(lp.columns()), 0.0) {}
 
   std::string run() {
-    if (!shape_is_right()) {
+    if (!shapeIsRight()) {
       return complaint_.str();
     }
     spread();
@@ -47,7 +47,7 @@ class Check {
   }
 
  private:
-  bool shape_is_right() {
+  bool shapeIsRight() {
     bool fits = answer_.duals.size() == static_cast<std::size_t>(lp_.rows());
     int last = -1;
     for (const auto &[column, value] : answer_.activities) {
@@ -71,21 +71,21 @@ class Check {
       }
     }
     for (int j = 0; j < lp_.columns(); ++j) {
-      reduced_[static_cast<std::size_t>(j)] = reduced_cost(pool, j, answer_.duals.data());
+      reduced_[static_cast<std::size_t>(j)] = reducedCost(pool, j, answer_.duals.data());
     }
   }
 
   // `value` between its bounds, and at that one which a positive or negative price belongs to.
   void within(const char *what, std::size_t index, double value, double lower, double upper,
               double price) {
-    const double room = tolerance(lp_.largest_bound());
+    const double room = tolerance(lp_.largestBound());
     if (!(value >= lower - room && value <= upper + room)) {
       complain() << what << ' ' << index << " is " << value << ", outside " << lower << " .. "
                  << upper;
     }
-    const double no_price = tolerance(lp_.largest_cost());
-    if ((price > no_price && !(value <= lower + room)) ||
-        (price < -no_price && !(value >= upper - room)) || std::isnan(price)) {
+    const double noPrice = tolerance(lp_.largestCost());
+    if ((price > noPrice && !(value <= lower + room)) ||
+        (price < -noPrice && !(value >= upper - room)) || std::isnan(price)) {
       complain() << what << ' ' << index << " is " << value << " within " << lower << " .. "
                  << upper << " at a price of " << price;
     }
@@ -93,7 +93,7 @@ class Check {
 
   void rows() {
     for (std::size_t i = 0; i < activity_.size(); ++i) {
-      within("row", i, activity_[i], lp_.row_lower()[i], lp_.row_upper()[i], answer_.duals[i]);
+      within("row", i, activity_[i], lp_.rowLower()[i], lp_.rowUpper()[i], answer_.duals[i]);
     }
   }
 
@@ -117,7 +117,7 @@ class Check {
 
   // The bound that a price belongs to, times that price; the wrong sign of a price without a bound
   // is within tolerance by now, and counts nothing.
-  static double bound_value(double price, double lower, double upper) {
+  static double boundValue(double price, double lower, double upper) {
     const double bound = price > 0.0 ? lower : upper;
     return price == 0.0 || std::isinf(bound) ? 0.0 : price * bound;
   }
@@ -130,10 +130,10 @@ class Check {
       size += std::fabs(term);
     };
     for (std::size_t i = 0; i < activity_.size(); ++i) {
-      add(bound_value(answer_.duals[i], lp_.row_lower()[i], lp_.row_upper()[i]));
+      add(boundValue(answer_.duals[i], lp_.rowLower()[i], lp_.rowUpper()[i]));
     }
     for (std::size_t j = 0; j < x_.size(); ++j) {
-      add(bound_value(reduced_[j], lp_.pool().lower[j], lp_.pool().upper[j]));
+      add(boundValue(reduced_[j], lp_.pool().lower[j], lp_.pool().upper[j]));
     }
     double primal = 0.0;
     for (std::size_t j = 0; j < x_.size(); ++j) {
@@ -142,7 +142,7 @@ class Check {
     }
     // Zero objectives are zero but for rounding.
     const double rounding =
-        kRounding * std::max(1.0, lp_.largest_cost()) * std::max(1.0, lp_.largest_bound());
+        kRounding * std::max(1.0, lp_.largestCost()) * std::max(1.0, lp_.largestBound());
     if (!(std::fabs(primal - dual) <= kObjective * size + rounding)) {
       complain() << "objective " << primal << " of the columns, " << dual << " of the rows";
     }
@@ -166,7 +166,7 @@ class Check {
 
 }  // namespace
 
-double objective_value(const LinearProgram &lp, const Answer &answer) {
+double objectiveValue(const LinearProgram &lp, const Answer &answer) {
   double sum = 0.0;
   for (const auto &[column, x] : answer.activities) {
     sum += lp.pool().cost[static_cast<std::size_t>(column)] * x;
@@ -174,15 +174,15 @@ double objective_value(const LinearProgram &lp, const Answer &answer) {
   return sum;
 }
 
-std::string check_optimal(const LinearProgram &lp, const Answer &answer) {
+std::string checkOptimal(const LinearProgram &lp, const Answer &answer) {
   return Check(lp, answer).run();
 }
 
-std::string check_answer(const LinearProgram &lp, const Answer &answer) {
+std::string checkAnswer(const LinearProgram &lp, const Answer &answer) {
   if (answer.status == Status::kOptimal) {
-    return check_optimal(lp, answer);
+    return checkOptimal(lp, answer);
   }
-  if (solve_trivial(lp)) {
+  if (solveTrivial(lp)) {
     return {};
   }
   const Answer plain = PlainSolver().solve(lp, Method::kPrimal);

@@ -14,13 +14,13 @@ namespace corvane::lp {
 //   - complementary slackness: where y_i or d_j is not 0, the row or column is at that bound;
 //   - the objectives of x and y differ by at most 1e-9 of the sum of their terms' sizes.
 // Returns the complaints, one a line, or nothing.
-std::string check_optimal(const LinearProgram &lp, const Answer &answer);
+std::string checkOptimal(const LinearProgram &lp, const Answer &answer);
 
 // c'x.
-double objective_value(const LinearProgram &lp, const Answer &answer);
+double objectiveValue(const LinearProgram &lp, const Answer &answer);
 
 // Checks any answer: an optimal one as above; of the others, that CLP says the same of the whole
 // program. For the debug switch: it costs more than the solve.
-std::string check_answer(const LinearProgram &lp, const Answer &answer);
+std::string checkAnswer(const LinearProgram &lp, const Answer &answer);
 
 }  // namespace corvane::lp

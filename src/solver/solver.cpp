@@ -18,7 +18,7 @@ constexpr int kSmallBatch = 100;
 constexpr long long kWholeColumnsPerRow = 40;
 constexpr long long kWholeKnownColumnsPerRow = 10;
 
-std::vector<int> all_columns(const LinearProgram &lp) {
+std::vector<int> allColumns(const LinearProgram &lp) {
   std::vector<int> columns(static_cast<std::size_t>(lp.columns()));
   std::iota(columns.begin(), columns.end(), 0);
   return columns;
@@ -26,45 +26,45 @@ std::vector<int> all_columns(const LinearProgram &lp) {
 
 }  // namespace
 
-void Solver::start_sifting(const LinearProgram &lp, const KnownMatrix &known) {
-  first_columns_ = lp.columns();
-  const bool is_known = known.pool == lp.pool();
-  const long long whole = is_known ? kWholeKnownColumnsPerRow : kWholeColumnsPerRow;
-  sifting_ = std::make_unique<Sifting>(lp, lp.columns() <= whole * lp.rows() ? all_columns(lp)
-                                           : is_known ? starting_columns(lp, known.promising)
-                                                      : starting_columns(lp, {}));
+void Solver::startSifting(const LinearProgram &lp, const KnownMatrix &known) {
+  firstColumns_ = lp.columns();
+  const bool isKnown = known.pool == lp.pool();
+  const long long whole = isKnown ? kWholeKnownColumnsPerRow : kWholeColumnsPerRow;
+  sifting_ = std::make_unique<Sifting>(lp, lp.columns() <= whole * lp.rows() ? allColumns(lp)
+                                           : isKnown ? startingColumns(lp, known.promising)
+                                                     : startingColumns(lp, {}));
 }
 
-void Solver::take_in_new_columns(const LinearProgram &lp) {
-  sifting_->drop_surplus(duals_);
-  if (lp.rows() < kSmallRows && lp.columns() - seen_columns_ <= kSmallBatch) {
-    sifting_->take_in_from(seen_columns_);
+void Solver::takeInNewColumns(const LinearProgram &lp) {
+  sifting_->dropSurplus(duals_);
+  if (lp.rows() < kSmallRows && lp.columns() - seenColumns_ <= kSmallBatch) {
+    sifting_->takeInFrom(seenColumns_);
   } else {
-    sifting_->move_in_violated(duals_);
+    sifting_->moveInViolated(duals_);
   }
 }
 
 Status Solver::sift(const LinearProgram &lp, Method method, const KnownMatrix &known) {
   if (sifting_ != nullptr) {
-    take_in_new_columns(lp);
+    takeInNewColumns(lp);
     return sifting_->optimise(method);
   }
-  start_sifting(lp, known);
+  startSifting(lp, known);
   // No cost is negative, so the slack basis is dual feasible.
   return sifting_->optimise(method == Method::kBarrier ? method : Method::kDual);
 }
 
 std::vector<int> Solver::promising(const LinearProgram &lp, const Answer &answer) const {
-  if (sifting_ == nullptr || lp.columns() != first_columns_ || answer.status != Status::kOptimal) {
+  if (sifting_ == nullptr || lp.columns() != firstColumns_ || answer.status != Status::kOptimal) {
     return {};
   }
-  return promising_columns(lp, sifting_->working().columns(), answer);
+  return promisingColumns(lp, sifting_->working().columns(), answer);
 }
 
 Answer Solver::solve(const LinearProgram &lp, Method method, const Settings &settings,
                      const KnownMatrix &known) {
   try {
-    return solve_or_throw(lp, method, settings, known);
+    return solveOrThrow(lp, method, settings, known);
   } catch (...) {
     // What CLP holds is of no use any more; the pool has all it takes to start again.
     sifting_.reset();
@@ -73,14 +73,14 @@ Answer Solver::solve(const LinearProgram &lp, Method method, const Settings &set
   }
 }
 
-Answer Solver::solve_or_throw(const LinearProgram &lp, Method method, const Settings &settings,
-                              const KnownMatrix &known) {
-  if (std::optional<Answer> answer = solve_trivial(lp)) {
+Answer Solver::solveOrThrow(const LinearProgram &lp, Method method, const Settings &settings,
+                            const KnownMatrix &known) {
+  if (std::optional<Answer> answer = solveTrivial(lp)) {
     return *std::move(answer);
   }
-  if (settings.plain == Settings::Plain::kOff && lp.is_covering()) {
+  if (settings.plain == Settings::Plain::kOff && lp.isCovering()) {
     const Status status = sift(lp, method, known);
-    seen_columns_ = lp.columns();
+    seenColumns_ = lp.columns();
     if (status == Status::kOptimal) {
       Answer answer = sifting_->answer();
       duals_ = answer.duals;

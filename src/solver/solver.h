@@ -27,17 +27,17 @@ class Solver {
   std::vector<int> promising(const LinearProgram &lp, const Answer &answer) const;
 
  private:
-  Answer solve_or_throw(const LinearProgram &lp, Method method, const Settings &settings,
-                        const KnownMatrix &known);
-  void start_sifting(const LinearProgram &lp, const KnownMatrix &known);
-  void take_in_new_columns(const LinearProgram &lp);
+  Answer solveOrThrow(const LinearProgram &lp, Method method, const Settings &settings,
+                      const KnownMatrix &known);
+  void startSifting(const LinearProgram &lp, const KnownMatrix &known);
+  void takeInNewColumns(const LinearProgram &lp);
   Status sift(const LinearProgram &lp, Method method, const KnownMatrix &known);
 
   PlainSolver plain_;
   std::unique_ptr<Sifting> sifting_;
   std::vector<double> duals_;  // of the last optimum
-  int seen_columns_ = 0;       // of the pool, at the last sifting
-  int first_columns_ = 0;      // of the pool, at the first sifting
+  int seenColumns_ = 0;        // of the pool, at the last sifting
+  int firstColumns_ = 0;       // of the pool, at the first sifting
 };
 
 }  // namespace corvane::lp

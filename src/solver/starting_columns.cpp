@@ -11,7 +11,7 @@ constexpr int kSampleForEachRow = 2;
 constexpr double kPromisingShareOfCost = 0.001;
 
 // For each row the column of lowest cost per coefficient, the first among equals.
-std::vector<int> cheapest_of_rows(const LinearProgram &lp) {
+std::vector<int> cheapestOfRows(const LinearProgram &lp) {
   const ColumnPool &pool = lp.pool();
   std::vector<double> lowest(static_cast<std::size_t>(lp.rows()), kInfinity);
   std::vector<int> cheapest(static_cast<std::size_t>(lp.rows()), -1);
@@ -30,37 +30,37 @@ std::vector<int> cheapest_of_rows(const LinearProgram &lp) {
   return cheapest;
 }
 
-void keep_each_once(std::vector<int> &columns) {
+void keepEachOnce(std::vector<int> &columns) {
   std::sort(columns.begin(), columns.end());
   columns.erase(std::unique(columns.begin(), columns.end()), columns.end());
 }
 
 }  // namespace
 
-std::vector<int> starting_columns(const LinearProgram &lp, const std::vector<int> &promising) {
-  std::vector<int> columns = cheapest_of_rows(lp);
+std::vector<int> startingColumns(const LinearProgram &lp, const std::vector<int> &promising) {
+  std::vector<int> columns = cheapestOfRows(lp);
   const int stride = std::max(1, lp.columns() / std::max(1, kSampleForEachRow * lp.rows()));
   for (int j = 0; j < lp.columns(); j += stride) {
     columns.push_back(j);
   }
   columns.insert(columns.end(), promising.begin(), promising.end());
-  keep_each_once(columns);
+  keepEachOnce(columns);
   return columns;
 }
 
-std::vector<int> promising_columns(const LinearProgram &lp, const std::vector<int> &held,
-                                   const Answer &answer) {
+std::vector<int> promisingColumns(const LinearProgram &lp, const std::vector<int> &held,
+                                  const Answer &answer) {
   std::vector<int> columns;
   for (const auto &[column, value] : answer.activities) {
     columns.push_back(column);
   }
   for (const int column : held) {
     const double cost = lp.pool().cost[static_cast<std::size_t>(column)];
-    if (reduced_cost(lp.pool(), column, answer.duals.data()) < kPromisingShareOfCost * cost) {
+    if (reducedCost(lp.pool(), column, answer.duals.data()) < kPromisingShareOfCost * cost) {
       columns.push_back(column);
     }
   }
-  keep_each_once(columns);
+  keepEachOnce(columns);
   return columns;
 }
 

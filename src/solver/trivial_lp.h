@@ -15,6 +15,6 @@ namespace corvane::lp {
 //     optimal and every dual is 0, so that no pattern prices out;
 //   - one without rows, columns or coefficients: each column at its cheapest bound.
 // Nothing for any other program.
-std::optional<Answer> solve_trivial(const LinearProgram &lp);
+std::optional<Answer> solveTrivial(const LinearProgram &lp);
 
 }  // namespace corvane::lp

@@ -26,7 +26,7 @@ class Silence : public CoinMessageHandler {
 // The power of two that brings a largest magnitude to the nearer end of what CLP's absolute
 // tolerances are made for; 1 for ordinary sizes. No further than that end, so that the small
 // numbers beside a large one stay above the tolerances.
-double scale_for(double largest) {
+double scaleFor(double largest) {
   constexpr int kLowestExponent = -10;
   constexpr int kHighestExponent = 20;
   if (largest == 0.0) {
@@ -42,18 +42,18 @@ double scale_for(double largest) {
 }
 
 // CLP's own infinity is the largest double.
-double clp_bound(double bound, double scale) {
+double clpBound(double bound, double scale) {
   if (std::isinf(bound)) {
     return bound > 0.0 ? COIN_DBL_MAX : -COIN_DBL_MAX;
   }
   return bound * scale;
 }
 
-std::vector<double> clp_bounds(const std::vector<double> &bounds, double scale) {
+std::vector<double> clpBounds(const std::vector<double> &bounds, double scale) {
   std::vector<double> result;
   result.reserve(bounds.size());
   for (const double bound : bounds) {
-    result.push_back(clp_bound(bound, scale));
+    result.push_back(clpBound(bound, scale));
   }
   return result;
 }
@@ -63,14 +63,14 @@ struct ColumnArrays {
   std::vector<double> cost, lower, upper, value;
   std::vector<int> start, row;
 
-  ColumnArrays(const ColumnPool &pool, std::span<const int> columns, double cost_scale,
-               double bound_scale) {
+  ColumnArrays(const ColumnPool &pool, std::span<const int> columns, double costScale,
+               double boundScale) {
     start.push_back(0);
     for (const int column : columns) {
       const auto j = static_cast<std::size_t>(column);
-      cost.push_back(pool.cost[j] * cost_scale);
-      lower.push_back(clp_bound(pool.lower[j], bound_scale));
-      upper.push_back(clp_bound(pool.upper[j], bound_scale));
+      cost.push_back(pool.cost[j] * costScale);
+      lower.push_back(clpBound(pool.lower[j], boundScale));
+      upper.push_back(clpBound(pool.upper[j], boundScale));
       row.insert(row.end(), pool.row.begin() + pool.start[j], pool.row.begin() + pool.start[j + 1]);
       value.insert(value.end(), pool.value.begin() + pool.start[j],
                    pool.value.begin() + pool.start[j + 1]);
@@ -79,7 +79,7 @@ struct ColumnArrays {
   }
 };
 
-Status status_of(const ClpSimplex &clp) {
+Status statusOf(const ClpSimplex &clp) {
   switch (clp.status()) {
     case 0:
       return Status::kOptimal;
@@ -97,8 +97,8 @@ Status status_of(const ClpSimplex &clp) {
 WorkingLp::WorkingLp(const LinearProgram &lp, std::vector<int> columns)
     : lp_(lp),
       columns_(std::move(columns)),
-      cost_scale_(scale_for(lp.largest_cost())),
-      bound_scale_(scale_for(lp.largest_bound())),
+      costScale_(scaleFor(lp.largestCost())),
+      boundScale_(scaleFor(lp.largestBound())),
       silence_(std::make_unique<Silence>()),
       clp_(std::make_unique<ClpSimplex>()) {
   guarded([&] { load(); });
@@ -108,12 +108,12 @@ void WorkingLp::load() {
   clp_->passInMessageHandler(silence_.get());
   clp_->setLogLevel(0);
   clp_->scaling(0);
-  const ColumnArrays arrays(lp_.pool(), columns_, cost_scale_, bound_scale_);
-  const std::vector<double> row_lower = clp_bounds(lp_.row_lower(), bound_scale_);
-  const std::vector<double> row_upper = clp_bounds(lp_.row_upper(), bound_scale_);
+  const ColumnArrays arrays(lp_.pool(), columns_, costScale_, boundScale_);
+  const std::vector<double> rowLower = clpBounds(lp_.rowLower(), boundScale_);
+  const std::vector<double> rowUpper = clpBounds(lp_.rowUpper(), boundScale_);
   clp_->loadProblem(static_cast<int>(columns_.size()), lp_.rows(), arrays.start.data(),
                     arrays.row.data(), arrays.value.data(), arrays.lower.data(),
-                    arrays.upper.data(), arrays.cost.data(), row_lower.data(), row_upper.data());
+                    arrays.upper.data(), arrays.cost.data(), rowLower.data(), rowUpper.data());
   clp_->allSlackBasis(true);
 }
 
@@ -132,8 +132,8 @@ void WorkingLp::guarded(Operation operation) {
 
 WorkingLp::~WorkingLp() = default;
 
-void WorkingLp::add_columns(std::span<const int> columns) {
-  const ColumnArrays arrays(lp_.pool(), columns, cost_scale_, bound_scale_);
+void WorkingLp::addColumns(std::span<const int> columns) {
+  const ColumnArrays arrays(lp_.pool(), columns, costScale_, boundScale_);
   columns_.insert(columns_.end(), columns.begin(), columns.end());
   guarded([&] {
     clp_->addColumns(static_cast<int>(columns.size()), arrays.lower.data(), arrays.upper.data(),
@@ -142,12 +142,12 @@ void WorkingLp::add_columns(std::span<const int> columns) {
   });
 }
 
-Status WorkingLp::run(bool use_dual) {
+Status WorkingLp::run(bool useDual) {
   constexpr double kIterationsPerLine = 200.0;
   const double lines = static_cast<double>(columns_.size()) + lp_.rows();
   clp_->setMaximumIterations(static_cast<int>(std::min(10000.0 + kIterationsPerLine * lines, 1e9)));
-  guarded([&] { use_dual ? clp_->dual() : clp_->primal(); });
-  return status_of(*clp_);
+  guarded([&] { useDual ? clp_->dual() : clp_->primal(); });
+  return statusOf(*clp_);
 }
 
 Status WorkingLp::primal() {
@@ -159,23 +159,23 @@ Status WorkingLp::dual() {
 }
 
 Status WorkingLp::barrier() {
-  guarded([&] { solve_by_barrier(*clp_); });
+  guarded([&] { solveByBarrier(*clp_); });
   return run(true);
 }
 
-bool WorkingLp::is_basic(int position) const {
+bool WorkingLp::isBasic(int position) const {
   return clp_->getColumnStatus(position) == ClpSimplex::basic;
 }
 
-bool WorkingLp::row_is_basic(int row) const {
+bool WorkingLp::rowIsBasic(int row) const {
   return clp_->getRowStatus(row) == ClpSimplex::basic;
 }
 
-void WorkingLp::make_basic(int position) {
+void WorkingLp::makeBasic(int position) {
   clp_->setColumnStatus(position, ClpSimplex::basic);
 }
 
-void WorkingLp::make_row_nonbasic(int row) {
+void WorkingLp::makeRowNonbasic(int row) {
   clp_->setRowStatus(row, ClpSimplex::atLowerBound);
 }
 
@@ -183,7 +183,7 @@ void WorkingLp::make_row_nonbasic(int row) {
 double WorkingLp::value(int position) const {
   const auto column = static_cast<std::size_t>(columns_[static_cast<std::size_t>(position)]);
   const double raw = clp_->primalColumnSolution()[position];
-  const double value = std::fabs(raw) < kZeroActivity ? 0.0 : raw / bound_scale_;
+  const double value = std::fabs(raw) < kZeroActivity ? 0.0 : raw / boundScale_;
   return std::min(std::max(value, lp_.pool().lower[column]), lp_.pool().upper[column]);
 }
 
@@ -193,10 +193,10 @@ std::vector<double> WorkingLp::duals() const {
   duals.reserve(static_cast<std::size_t>(lp_.rows()));
   for (int i = 0; i < lp_.rows(); ++i) {
     const auto row = static_cast<std::size_t>(i);
-    double dual = prices[i] / cost_scale_;
+    double dual = prices[i] / costScale_;
     // A row that is free on one side prices one way only; CLP's tolerance may leave a trace.
-    if ((std::isinf(lp_.row_upper()[row]) && dual < 0.0) ||
-        (std::isinf(lp_.row_lower()[row]) && dual > 0.0)) {
+    if ((std::isinf(lp_.rowUpper()[row]) && dual < 0.0) ||
+        (std::isinf(lp_.rowLower()[row]) && dual > 0.0)) {
       dual = 0.0;
     }
     duals.push_back(dual + 0.0);  // no negative zero
@@ -217,9 +217,8 @@ Answer WorkingLp::answer() const {
   return answer;
 }
 
-bool WorkingLp::scales_still_fit() const {
-  return scale_for(lp_.largest_cost()) == cost_scale_ &&
-         scale_for(lp_.largest_bound()) == bound_scale_;
+bool WorkingLp::scalesStillFit() const {
+  return scaleFor(lp_.largestCost()) == costScale_ && scaleFor(lp_.largestBound()) == boundScale_;
 }
 
 }  // namespace corvane::lp

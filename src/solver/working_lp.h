@@ -25,14 +25,14 @@ class WorkingLp {
  public:
   // Holds the rows of `lp` and the given columns, each named by its index in the pool and given at
   // most once, at the slack basis. `lp` must outlive it; columns that the pool gains later are
-  // taken in by add_columns.
+  // taken in by addColumns.
   WorkingLp(const LinearProgram &lp, std::vector<int> columns);
   ~WorkingLp();
   WorkingLp(const WorkingLp &) = delete;
   WorkingLp &operator=(const WorkingLp &) = delete;
 
   // Appends columns at a bound and keeps the basis.
-  void add_columns(std::span<const int> columns);
+  void addColumns(std::span<const int> columns);
 
   // Each starts from the present basis. An iteration limit far above what any solve needs turns a
   // solve that gets nowhere into kOther.
@@ -45,33 +45,33 @@ class WorkingLp {
   // The pool indices, in CLP's order. Positions below are positions in this list.
   const std::vector<int> &columns() const { return columns_; }
 
-  bool is_basic(int position) const;
-  bool row_is_basic(int row) const;
-  void make_basic(int position);
-  void make_row_nonbasic(int row);
+  bool isBasic(int position) const;
+  bool rowIsBasic(int row) const;
+  void makeBasic(int position);
+  void makeRowNonbasic(int row);
 
   // The answer of the last solve, which must have been optimal.
   Answer answer() const;
   std::vector<double> duals() const;
 
   // The power of two that costs are handed to CLP with.
-  double cost_scale() const { return cost_scale_; }
+  double costScale() const { return costScale_; }
 
   // False when the program has grown numbers of another magnitude since construction: a new
   // working LP is due.
-  bool scales_still_fit() const;
+  bool scalesStillFit() const;
 
  private:
   template <typename Operation>
   void guarded(Operation operation);
   void load();
-  Status run(bool use_dual);
+  Status run(bool useDual);
   double value(int position) const;
 
   const LinearProgram &lp_;
   std::vector<int> columns_;
-  double cost_scale_;
-  double bound_scale_;
+  double costScale_;
+  double boundScale_;
   std::unique_ptr<CoinMessageHandler> silence_;
   std::unique_ptr<ClpSimplex> clp_;
 };

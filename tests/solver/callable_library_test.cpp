@@ -22,7 +22,7 @@ constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 
 // minimise 2 a + 3 b, a + b >= 4, a + 3 b >= 6, a, b >= 0: a = 3, b = 1.
-TestLp two_by_two() {
+TestLp twoByTwo() {
   return {.cost = {2, 3},
           .matrix = {{1, 1}, {1, 3}},
           .senses = "GG",
@@ -38,7 +38,7 @@ TestAnswer solve(const TestLp &lp, bool barrier = false) {
 }
 
 TEST(CallableLibrary, SolvesByPrimalSimplex) {
-  const TestAnswer answer = solve(two_by_two());
+  const TestAnswer answer = solve(twoByTwo());
   EXPECT_EQ(answer.code, 0);
   EXPECT_EQ(answer.status, 1);
   EXPECT_DOUBLE_EQ(answer.objective, 9.0);
@@ -48,13 +48,13 @@ TEST(CallableLibrary, SolvesByPrimalSimplex) {
 }
 
 TEST(CallableLibrary, SolvesByBarrier) {
-  const TestAnswer answer = solve(two_by_two(), true);
+  const TestAnswer answer = solve(twoByTwo(), true);
   EXPECT_EQ(answer.status, 1);
   EXPECT_DOUBLE_EQ(answer.objective, 9.0);
 }
 
 TEST(CallableLibrary, AddedColumnsEnterTheNextSolve) {
-  const TestLp lp = two_by_two();
+  const TestLp lp = twoByTwo();
   Session session;
   ASSERT_EQ(session.load(lp, 1), 0);
   EXPECT_DOUBLE_EQ(session.solve(1, 2).objective, 12.0);
@@ -64,7 +64,7 @@ TEST(CallableLibrary, AddedColumnsEnterTheNextSolve) {
 
 TEST(CallableLibrary, MaximisationTurnsTheSignsOfDuals) {
   // maximise a + b, a + 2 b <= 4, 3 a + b <= 6: duals are 0.4 and 0.2.
-  const TestLp lp = {.objective_sense = -1,
+  const TestLp lp = {.objectiveSense = -1,
                      .cost = {1, 1},
                      .matrix = {{1, 2}, {3, 1}},
                      .senses = "LL",
@@ -78,20 +78,20 @@ TEST(CallableLibrary, MaximisationTurnsTheSignsOfDuals) {
 }
 
 TEST(CallableLibrary, TellsInfeasible) {
-  TestLp lp = two_by_two();
+  TestLp lp = twoByTwo();
   lp.upper = {1, 1};
   EXPECT_EQ(solve(lp).status, 3);
   EXPECT_EQ(solve(lp).code, 0);
 }
 
 TEST(CallableLibrary, TellsUnbounded) {
-  TestLp lp = two_by_two();
+  TestLp lp = twoByTwo();
   lp.cost = {-1, 1};
   EXPECT_EQ(solve(lp).status, 2);
 }
 
 TEST(CallableLibrary, DemandingNothingGivesZeroDuals) {
-  TestLp lp = two_by_two();
+  TestLp lp = twoByTwo();
   lp.rhs = {0, 0};
   const TestAnswer answer = solve(lp);
   EXPECT_EQ(answer.status, 1);
@@ -101,20 +101,20 @@ TEST(CallableLibrary, DemandingNothingGivesZeroDuals) {
 }
 
 TEST(CallableLibrary, DemandingNothingWithANegativeCostIsUnbounded) {
-  TestLp lp = two_by_two();
+  TestLp lp = twoByTwo();
   lp.rhs = {0, 0};
   lp.cost = {2, -3};
   EXPECT_EQ(solve(lp).status, 2);
 }
 
 TEST(CallableLibrary, BoundsOf1e20AreInfinite) {
-  TestLp lp = two_by_two();
+  TestLp lp = twoByTwo();
   lp.cost = {-1, 1};
   lp.upper = {1e20, 1e20};
   EXPECT_EQ(solve(lp).status, 2);
   lp.upper = {1e19, 1e20};
   EXPECT_EQ(solve(lp).status, 1);
-  lp = two_by_two();
+  lp = twoByTwo();
   lp.rhs = {4, 1e20};
   EXPECT_EQ(solve(lp).status, 3);
   lp.rhs = {4, -1e20};
@@ -122,7 +122,7 @@ TEST(CallableLibrary, BoundsOf1e20AreInfinite) {
 }
 
 TEST(CallableLibrary, CrossingBoundsAreInfeasible) {
-  TestLp lp = two_by_two();
+  TestLp lp = twoByTwo();
   lp.lower = {3, 0};
   lp.upper = {2, 1e20};
   EXPECT_EQ(solve(lp).status, 3);
@@ -159,7 +159,7 @@ TEST(CallableLibrary, ColumnsWithoutRows) {
 }
 
 TEST(CallableLibrary, AColumnWithoutEntries) {
-  TestLp lp = two_by_two();
+  TestLp lp = twoByTwo();
   lp.cost = {2, 3, 7};
   lp.matrix = {{1, 1, 0}, {1, 3, 0}};
   lp.lower = {0, 0, 0};
@@ -173,32 +173,32 @@ TEST(CallableLibrary, AColumnWithoutEntries) {
 
 TEST(CallableLibrary, RefusesWhatIsNoNumber) {
   for (const double bad : {kNan, kInf, -kInf, 1e20}) {
-    TestLp lp = two_by_two();
+    TestLp lp = twoByTwo();
     lp.cost[1] = bad;
     EXPECT_NE(Session().load(lp), 0);
-    lp = two_by_two();
+    lp = twoByTwo();
     lp.matrix[0][1] = bad;
     EXPECT_NE(Session().load(lp), 0);
   }
-  TestLp lp = two_by_two();
+  TestLp lp = twoByTwo();
   lp.rhs[0] = kNan;
   EXPECT_NE(Session().load(lp), 0);
-  lp = two_by_two();
+  lp = twoByTwo();
   lp.lower[0] = kNan;
   EXPECT_NE(Session().load(lp), 0);
-  lp = two_by_two();
+  lp = twoByTwo();
   lp.upper[0] = kNan;
   EXPECT_NE(Session().load(lp), 0);
-  lp = two_by_two();
+  lp = twoByTwo();
   lp.senses = "GR";
   EXPECT_NE(Session().load(lp), 0);
-  lp = two_by_two();
-  lp.objective_sense = 0;
+  lp = twoByTwo();
+  lp.objectiveSense = 0;
   EXPECT_NE(Session().load(lp), 0);
 }
 
 TEST(CallableLibrary, AFailedLoadLeavesNothingToSolve) {
-  TestLp lp = two_by_two();
+  TestLp lp = twoByTwo();
   Session session;
   ASSERT_EQ(session.load(lp), 0);
   ASSERT_EQ(session.solve(2, 2).status, 1);
@@ -207,9 +207,9 @@ TEST(CallableLibrary, AFailedLoadLeavesNothingToSolve) {
   EXPECT_EQ(CPXgetstat(session.env, session.lp), 6);
   EXPECT_NE(CPXprimopt(session.env, session.lp), 0);
   EXPECT_NE(CPXhybbaropt(session.env, session.lp, 'p'), 0);
-  EXPECT_NE(session.add(two_by_two(), 0, 2), 0);
+  EXPECT_NE(session.add(twoByTwo(), 0, 2), 0);
   EXPECT_EQ(CPXgetstat(session.env, session.lp), 6);
-  ASSERT_EQ(session.load(two_by_two()), 0);
+  ASSERT_EQ(session.load(twoByTwo()), 0);
   EXPECT_EQ(session.solve(2, 2).status, 1);
 }
 
@@ -220,7 +220,7 @@ TEST(CallableLibrary, RefusesBadColumnsAndKeepsTheOthers) {
   const int start[] = {0};
   const double value[] = {1, 1};
   Session session;
-  ASSERT_EQ(session.load(two_by_two()), 0);
+  ASSERT_EQ(session.load(twoByTwo()), 0);
   const auto add = [&](int columns, int nonzeros, const int *starts, const int *rows) {
     return CPXaddcols(session.env, session.lp, columns, nonzeros, cost, starts, rows, value, lower,
                       upper, nullptr);
@@ -265,7 +265,7 @@ TEST(CallableLibrary, RefusesMissingArraysAndNegativeCounts) {
 
 TEST(CallableLibrary, ReadsRangesOfAnAnswer) {
   Session session;
-  ASSERT_EQ(session.load(two_by_two()), 0);
+  ASSERT_EQ(session.load(twoByTwo()), 0);
   double out[2] = {-7, -7};
   EXPECT_NE(CPXgetx(session.env, session.lp, out, 0, 1), 0) << "before a solve";
   EXPECT_NE(CPXgetpi(session.env, session.lp, out, 0, 1), 0);
@@ -286,13 +286,13 @@ TEST(CallableLibrary, ReadsRangesOfAnAnswer) {
 }
 
 TEST(CallableLibrary, NullHandles) {
-  CPXENVptr no_env = nullptr;
-  CPXLPptr no_lp = nullptr;
+  CPXENVptr noEnv = nullptr;
+  CPXLPptr noLp = nullptr;
   int status = 0;
   double out = 0.0;
   Session session;
   EXPECT_NE(CPXcloseCPLEX(nullptr), 0);
-  EXPECT_NE(CPXcloseCPLEX(&no_env), 0);
+  EXPECT_NE(CPXcloseCPLEX(&noEnv), 0);
   EXPECT_EQ(CPXcreateprob(nullptr, &status, "x"), nullptr);
   EXPECT_NE(status, 0);
   EXPECT_EQ(CPXcreateprob(nullptr, nullptr, nullptr), nullptr);
@@ -305,7 +305,7 @@ TEST(CallableLibrary, NullHandles) {
   EXPECT_NE(CPXgetpi(nullptr, nullptr, &out, 0, 0), 0);
   EXPECT_NE(CPXgetdj(session.env, nullptr, &out, 0, 0), 0);
   EXPECT_NE(CPXfreeprob(session.env, nullptr), 0);
-  EXPECT_NE(CPXfreeprob(session.env, &no_lp), 0);
+  EXPECT_NE(CPXfreeprob(session.env, &noLp), 0);
   EXPECT_NE(CPXaddcols(session.env, nullptr, 0, 0, nullptr, nullptr, nullptr, nullptr, nullptr,
                        nullptr, nullptr),
             0);
@@ -340,7 +340,7 @@ TEST(CallableLibrary, OpensWithoutAStatus) {
 TEST(CallableLibrary, NumbersOfAnySize) {
   for (const double cost : {1e-300, 1e-12, 1e-6, 1.0, 1e9, 1e19}) {
     for (const double demand : {1e-300, 1e-8, 1.0, 2147483647.0, 1e15, 9e19}) {
-      TestLp lp = two_by_two();
+      TestLp lp = twoByTwo();
       lp.cost = {2 * cost, 3 * cost};
       lp.rhs = {4 * demand / 6, demand};
       const TestAnswer answer = solve(lp);

@@ -18,10 +18,10 @@ struct MillShape {
   int widths = 20;
   int deckles = 1;
   int periods = 1;
-  int max_widths_in_pattern = 5;
-  int patterns_per_iteration = 100;
+  int maxWidthsInPattern = 5;
+  int patternsPerIteration = 100;
   int attempts = 1000;
-  double deckle_inches = 150.0;
+  double deckleInches = 150.0;
   std::uint32_t seed = 1;
 };
 
@@ -34,8 +34,8 @@ struct Columns {
   int entries() const { return static_cast<int>(row.size()); }
 
   // rows in ascending order, one mention for each roll of that width
-  void append(double column_cost, const std::vector<int> &rows) {
-    cost.push_back(column_cost);
+  void append(double columnCost, const std::vector<int> &rows) {
+    cost.push_back(columnCost);
     lower.push_back(0.0);
     upper.push_back(1e20);
     start.push_back(entries());
@@ -66,8 +66,8 @@ struct MasterRecord {
 
 struct MillRecord {
   std::vector<MasterRecord> masters;
-  Columns final_columns;
-  std::vector<std::vector<double>> final_rhs;  // one for each period
+  Columns finalColumns;
+  std::vector<std::vector<double>> finalRhs;  // one for each period
 };
 
 // Handles on one problem of the callable library.
@@ -106,7 +106,7 @@ class Problem {
   }
   std::vector<double> x() const { return read(CPXgetx, columns_); }
   std::vector<double> duals() const { return read(CPXgetpi, rows_); }
-  std::vector<double> reduced_costs() const { return read(CPXgetdj, columns_); }
+  std::vector<double> reducedCosts() const { return read(CPXgetdj, columns_); }
 
   void free() { CPXfreeprob(env_, &lp_); }
 
@@ -133,7 +133,7 @@ class CuttingStock {
     }
     widths_.assign(widths.rbegin(), widths.rend());
     for (int d = 0; d < shape.deckles; ++d) {
-      deckles_.push_back(shape.deckle_inches + 20.0 * d);
+      deckles_.push_back(shape.deckleInches + 20.0 * d);
     }
     for (int p = 0; p < shape.periods; ++p) {
       std::vector<double> demand;
@@ -155,10 +155,10 @@ class CuttingStock {
     CPXcloseCPLEX(&env);
     for (std::size_t d = 0; d < deckles_.size(); ++d) {
       for (const std::vector<int> &pattern : patterns_[d]) {
-        record.final_columns.append(deckles_[d], pattern);
+        record.finalColumns.append(deckles_[d], pattern);
       }
     }
-    record.final_rhs = demands_;
+    record.finalRhs = demands_;
     return record;
   }
 
@@ -206,7 +206,7 @@ class CuttingStock {
     Columns batch;
     for (std::size_t d = 0; d < deckles_.size(); ++d) {
       std::vector<int> pattern;
-      for (int n = 0; n < shape_.patterns_per_iteration; ++n) {
+      for (int n = 0; n < shape_.patternsPerIteration; ++n) {
         if (!find(deckles_[d], duals, order, pick, pattern)) {
           break;
         }
@@ -228,11 +228,11 @@ class CuttingStock {
       pattern.clear();
       double room = deckle;
       double reduced = deckle;
-      while (static_cast<int>(pattern.size()) < shape_.max_widths_in_pattern && room > 0.0) {
+      while (static_cast<int>(pattern.size()) < shape_.maxWidthsInPattern && room > 0.0) {
         state_ = (205 * state_ + 29573) % 139968;
         int row = order[static_cast<std::uint32_t>(pick) * state_ / 139968];
         if (width(row) > room) {
-          row = best_fitting(room, duals, order);
+          row = bestFitting(room, duals, order);
         }
         if (row < 0) {
           break;
@@ -249,7 +249,7 @@ class CuttingStock {
     return false;
   }
 
-  int best_fitting(double room, const std::vector<double> &duals, const std::vector<int> &order) {
+  int bestFitting(double room, const std::vector<double> &duals, const std::vector<int> &order) {
     int choice = -1;
     double best = 0.0;
     for (const int row : order) {

@@ -14,12 +14,12 @@
 namespace {
 
 long allocations = 0;
-long fails_at = -1;     // the allocation that fails, -1 for none
-bool fails_on = false;  // all later ones too
+long failsAt = -1;     // the allocation that fails, -1 for none
+bool failsOn = false;  // all later ones too
 
 void *allocate(std::size_t size) {
   const long number = allocations++;
-  if (fails_at >= 0 && (number == fails_at || (fails_on && number > fails_at))) {
+  if (failsAt >= 0 && (number == failsAt || (failsOn && number > failsAt))) {
     throw std::bad_alloc();
   }
   if (void *memory = std::malloc(size == 0 ? 1 : size)) {
@@ -78,11 +78,11 @@ struct PreparedRun {
   explicit PreparedRun(const MillRecord &record)
       : master(record.masters[0].batches[0], record.masters[0].rhs),
         batch(record.masters[0].batches[1]),
-        final_lp(record.final_columns, record.final_rhs[0]) {}
+        finalLp(record.finalColumns, record.finalRhs[0]) {}
 
   PreparedLp master;
   Columns batch;
-  PreparedLp final_lp;
+  PreparedLp finalLp;
 };
 
 // 0 when all went well, 1 when a code told of the failure, 2 when an answer is missing without one.
@@ -93,7 +93,7 @@ int solve(CPXENVptr env, CPXLPptr lp) {
   return CPXgetstat(env, lp) == 1 ? 0 : 2;
 }
 
-int run_in(CPXENVptr env, const PreparedRun &run) {
+int runIn(CPXENVptr env, const PreparedRun &run) {
   CPXLPptr lp = CPXcreateprob(env, nullptr, "selectPatterns");
   if (lp == nullptr) {
     return 1;
@@ -108,34 +108,34 @@ int run_in(CPXENVptr env, const PreparedRun &run) {
   }
   worst = std::max(worst, solve(env, lp));
   for (int period = 0; period < 2; ++period) {
-    CPXLPptr final_lp = CPXcreateprob(env, nullptr, "selectPatterns");
-    worst = std::max(worst, final_lp != nullptr && run.final_lp.load(env, final_lp) == 0 ? 0 : 1);
-    worst = std::max(worst, solve(env, final_lp));
-    CPXfreeprob(env, &final_lp);
+    CPXLPptr finalLp = CPXcreateprob(env, nullptr, "selectPatterns");
+    worst = std::max(worst, finalLp != nullptr && run.finalLp.load(env, finalLp) == 0 ? 0 : 1);
+    worst = std::max(worst, solve(env, finalLp));
+    CPXfreeprob(env, &finalLp);
   }
   return worst;
 }
 
-int run_once(const PreparedRun &run) {
+int runOnce(const PreparedRun &run) {
   CPXENVptr env = CPXopenCPLEXruntime(nullptr, 0, nullptr);
   if (env == nullptr) {
     return 1;
   }
-  const int worst = run_in(env, run);
+  const int worst = runIn(env, run);
   CPXcloseCPLEX(&env);
   return worst;
 }
 
 // The outcome in a process of its own, -1 for one that ended by a signal.
-int outcome_with_failure(const PreparedRun &run, long at, bool from_there_on) {
+int outcomeWithFailure(const PreparedRun &run, long at, bool fromThereOn) {
   const pid_t child = fork();
   if (child == 0) {
     alarm(20);
     allocations = 0;
-    fails_at = at;
-    fails_on = from_there_on;
-    const int outcome = run_once(run);
-    fails_at = -1;
+    failsAt = at;
+    failsOn = fromThereOn;
+    const int outcome = runOnce(run);
+    failsAt = -1;
     _exit(outcome);
   }
   int status = 0;
@@ -144,17 +144,17 @@ int outcome_with_failure(const PreparedRun &run, long at, bool from_there_on) {
 }
 
 TEST(OutOfMemory, EveryAllocationMayFail) {
-  const MillShape shape{.widths = 7, .patterns_per_iteration = 400};
+  const MillShape shape{.widths = 7, .patternsPerIteration = 400};
   const MillRecord record = CuttingStock(shape).run();
   const PreparedRun run(record);
   allocations = 0;
-  ASSERT_EQ(run_once(run), 0);
+  ASSERT_EQ(runOnce(run), 0);
   const long total = allocations;
   ASSERT_GT(total, 100);
   int told = 0;
-  for (const bool from_there_on : {false, true}) {
-    for (long at = 0; at < total; at += from_there_on ? 5 : 1) {
-      const int outcome = outcome_with_failure(run, at, from_there_on);
+  for (const bool fromThereOn : {false, true}) {
+    for (long at = 0; at < total; at += fromThereOn ? 5 : 1) {
+      const int outcome = outcomeWithFailure(run, at, fromThereOn);
       EXPECT_TRUE(outcome == 0 || outcome == 1)
           << "allocation " << at << " of " << total << ": " << outcome;
       told += outcome;

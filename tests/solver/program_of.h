@@ -8,7 +8,7 @@
 
 namespace corvane::lp::testing {
 
-inline LinearProgram program_of(const TestLp &lp) {
+inline LinearProgram programOf(const TestLp &lp) {
   const SparseColumns sparse(lp, 0, lp.columns());
   ColumnBatch batch;
   batch.columns = lp.columns();
@@ -20,14 +20,14 @@ inline LinearProgram program_of(const TestLp &lp) {
   batch.lower = lp.lower.data();
   batch.upper = lp.upper.data();
   LinearProgram program;
-  if (!program.set_rows({lp.rows(), lp.rhs.data(), lp.senses.data()}, lp.objective_sense) ||
-      !program.add_columns(batch)) {
+  if (!program.setRows({lp.rows(), lp.rhs.data(), lp.senses.data()}, lp.objectiveSense) ||
+      !program.addColumns(batch)) {
     return {};
   }
   return program;
 }
 
-inline Answer answer_of(const TestLp &lp, const TestAnswer &given) {
+inline Answer answerOf(const TestLp &lp, const TestAnswer &given) {
   Answer answer;
   answer.status = static_cast<Status>(given.status);
   for (std::size_t j = 0; j < given.x.size(); ++j) {
@@ -36,7 +36,7 @@ inline Answer answer_of(const TestLp &lp, const TestAnswer &given) {
     }
   }
   for (const double pi : given.pi) {
-    answer.duals.push_back(lp.objective_sense * pi);
+    answer.duals.push_back(lp.objectiveSense * pi);
   }
   return answer;
 }

@@ -43,18 +43,18 @@ bool append(LinearProgram &program, const Columns &columns) {
   batch.values = columns.value.data();
   batch.lower = columns.lower.data();
   batch.upper = columns.upper.data();
-  return program.add_columns(batch);
+  return program.addColumns(batch);
 }
 
-LinearProgram program_with_rows(const std::vector<double> &rhs) {
+LinearProgram programWithRows(const std::vector<double> &rhs) {
   const std::string senses(rhs.size(), 'G');
   LinearProgram program;
-  EXPECT_TRUE(program.set_rows({static_cast<int>(rhs.size()), rhs.data(), senses.data()}, 1));
+  EXPECT_TRUE(program.setRows({static_cast<int>(rhs.size()), rhs.data(), senses.data()}, 1));
   return program;
 }
 
 // Checks the answer that `problem` holds to `program`, and returns its objective.
-double checked_objective(const Problem &problem, const LinearProgram &program) {
+double checkedObjective(const Problem &problem, const LinearProgram &program) {
   Answer answer;
   answer.status = Status::kOptimal;
   answer.duals = problem.duals();
@@ -64,11 +64,11 @@ double checked_objective(const Problem &problem, const LinearProgram &program) {
       answer.activities.emplace_back(static_cast<int>(j), x[j]);
     }
   }
-  EXPECT_EQ(check_optimal(program, answer), "");
-  const std::vector<double> reduced_costs = problem.reduced_costs();
+  EXPECT_EQ(checkOptimal(program, answer), "");
+  const std::vector<double> reducedCosts = problem.reducedCosts();
   for (int j = 0; j < program.columns(); ++j) {
-    EXPECT_EQ(reduced_costs[static_cast<std::size_t>(j)],
-              reduced_cost(program.pool(), j, answer.duals.data()));
+    EXPECT_EQ(reducedCosts[static_cast<std::size_t>(j)],
+              reducedCost(program.pool(), j, answer.duals.data()));
   }
   return problem.objective();
 }
@@ -78,29 +78,29 @@ std::vector<double> replay(const MillRecord &record, bool barrier = false) {
   const Environment environment;
   std::vector<double> objectives;
   for (const MasterRecord &master : record.masters) {
-    LinearProgram program = program_with_rows(master.rhs);
+    LinearProgram program = programWithRows(master.rhs);
     Problem problem(environment.env);
     for (std::size_t b = 0; b < master.batches.size(); ++b) {
       EXPECT_TRUE(append(program, master.batches[b]));
       EXPECT_EQ(
           b == 0 ? problem.load(master.batches[b], master.rhs) : problem.add(master.batches[b]), 0);
       EXPECT_EQ(problem.solve(barrier), 1);
-      objectives.push_back(checked_objective(problem, program));
+      objectives.push_back(checkedObjective(problem, program));
     }
   }
-  for (const std::vector<double> &rhs : record.final_rhs) {
-    LinearProgram program = program_with_rows(rhs);
-    EXPECT_TRUE(append(program, record.final_columns));
+  for (const std::vector<double> &rhs : record.finalRhs) {
+    LinearProgram program = programWithRows(rhs);
+    EXPECT_TRUE(append(program, record.finalColumns));
     Problem problem(environment.env);
-    EXPECT_EQ(problem.load(record.final_columns, rhs), 0);
+    EXPECT_EQ(problem.load(record.finalColumns, rhs), 0);
     EXPECT_EQ(problem.solve(barrier), 1);
-    objectives.push_back(checked_objective(problem, program));
+    objectives.push_back(checkedObjective(problem, program));
     problem.free();
   }
   return objectives;
 }
 
-void expect_close(const std::vector<double> &objectives, const std::vector<double> &expected) {
+void expectClose(const std::vector<double> &objectives, const std::vector<double> &expected) {
   ASSERT_EQ(objectives.size(), expected.size());
   for (std::size_t i = 0; i < objectives.size(); ++i) {
     EXPECT_NEAR(objectives[i], expected[i], 1e-9 * std::fabs(expected[i])) << i;
@@ -117,16 +117,16 @@ TEST_P(Recorded, AllWaysOfSolvingAgree) {
     const PlainMode mode("primal");
     expected = replay(record);
   }
-  expect_close(replay(record), expected);
-  expect_close(replay(record, true), expected);
+  expectClose(replay(record), expected);
+  expectClose(replay(record, true), expected);
   const PlainMode mode("dual");
-  expect_close(replay(record), expected);
+  expectClose(replay(record), expected);
 }
 
-std::string name_of(const ::testing::TestParamInfo<MillShape> &shape) {
+std::string nameOf(const ::testing::TestParamInfo<MillShape> &shape) {
   return std::to_string(shape.param.widths) + "Widths" + std::to_string(shape.param.deckles) +
          "Deckles" + std::to_string(shape.param.periods) + "Periods" +
-         std::to_string(shape.param.patterns_per_iteration) + "Patterns";
+         std::to_string(shape.param.patternsPerIteration) + "Patterns";
 }
 
 // Below and above every threshold of the layer: rows, batches, columns a row of the final LP.
@@ -134,26 +134,25 @@ INSTANTIATE_TEST_SUITE_P(
     Mills, Recorded,
     ::testing::Values(
         MillShape{.widths = 6, .periods = 2, .seed = 3},
-        MillShape{.widths = 20, .periods = 3, .patterns_per_iteration = 1000, .seed = 4},
+        MillShape{.widths = 20, .periods = 3, .patternsPerIteration = 1000, .seed = 4},
         MillShape{.widths = 45, .deckles = 2, .periods = 2, .seed = 5},
         MillShape{.widths = 60,
                   .deckles = 3,
                   .periods = 3,
-                  .max_widths_in_pattern = 10,
-                  .patterns_per_iteration = 500,
-                  .deckle_inches = 200.0,
+                  .maxWidthsInPattern = 10,
+                  .patternsPerIteration = 500,
+                  .deckleInches = 200.0,
                   .seed = 6},
-        MillShape{.widths = 110, .periods = 2, .patterns_per_iteration = 60, .seed = 7}),
-    name_of);
+        MillShape{.widths = 110, .periods = 2, .patternsPerIteration = 60, .seed = 7}),
+    nameOf);
 
 // Everything that a caller can read from a run, bit for bit.
-std::vector<double> all_numbers(const MillRecord &record, bool barrier) {
+std::vector<double> allNumbers(const MillRecord &record, bool barrier) {
   const Environment environment;
   std::vector<double> numbers;
   const auto take = [&](const Problem &problem) {
     numbers.push_back(problem.objective());
-    for (const std::vector<double> &part :
-         {problem.x(), problem.duals(), problem.reduced_costs()}) {
+    for (const std::vector<double> &part : {problem.x(), problem.duals(), problem.reducedCosts()}) {
       numbers.insert(numbers.end(), part.begin(), part.end());
     }
   };
@@ -168,9 +167,9 @@ std::vector<double> all_numbers(const MillRecord &record, bool barrier) {
       take(problem);
     }
   }
-  for (const std::vector<double> &rhs : record.final_rhs) {
+  for (const std::vector<double> &rhs : record.finalRhs) {
     Problem problem(environment.env);
-    problem.load(record.final_columns, rhs);
+    problem.load(record.finalColumns, rhs);
     problem.solve(barrier);
     take(problem);
     problem.free();
@@ -179,7 +178,7 @@ std::vector<double> all_numbers(const MillRecord &record, bool barrier) {
 }
 
 // Leaves the heap in another state: other addresses, other bytes in fresh memory.
-std::vector<std::vector<char>> stir_heap() {
+std::vector<std::vector<char>> stirHeap() {
   std::vector<std::vector<char>> kept;
   for (std::size_t n = 1; n < 3000; ++n) {
     std::vector<char> block(n * 37 % 9000 + 1, static_cast<char>(0xA5));
@@ -194,45 +193,45 @@ TEST(RecordedTwice, TheSameCallsGiveTheSameBits) {
   const MillShape shape{.widths = 50, .deckles = 2, .periods = 2, .seed = 8};
   const MillRecord record = CuttingStock(shape).run();
   for (const bool barrier : {false, true}) {
-    const std::vector<double> first = all_numbers(record, barrier);
-    const std::vector<std::vector<char>> blocks = stir_heap();
-    EXPECT_EQ(all_numbers(record, barrier), first);
+    const std::vector<double> first = allNumbers(record, barrier);
+    const std::vector<std::vector<char>> blocks = stirHeap();
+    EXPECT_EQ(allNumbers(record, barrier), first);
     EXPECT_GT(blocks.size(), 0U);
   }
 }
 
 // A final LP remembers the one before it: that must not show in what is optimal.
 TEST(RecordedFinal, AMatrixThatComesAgainWithOtherDemands) {
-  const MillShape shape{.widths = 20, .patterns_per_iteration = 1000, .seed = 9};
+  const MillShape shape{.widths = 20, .patternsPerIteration = 1000, .seed = 9};
   const MillRecord record = CuttingStock(shape).run();
   const Environment environment;
-  std::vector<double> rhs = record.final_rhs.front();
+  std::vector<double> rhs = record.finalRhs.front();
   for (std::size_t turn = 0; turn < 12; ++turn) {
     for (std::size_t i = 0; i < rhs.size(); ++i) {
       rhs[i] = (i + turn) % 4 == 0 ? 0.0 : static_cast<double>((i * 37 + turn * 101) % 500);
     }
-    LinearProgram program = program_with_rows(rhs);
-    ASSERT_TRUE(append(program, record.final_columns));
+    LinearProgram program = programWithRows(rhs);
+    ASSERT_TRUE(append(program, record.finalColumns));
     Problem problem(environment.env);
-    ASSERT_EQ(problem.load(record.final_columns, rhs), 0);
+    ASSERT_EQ(problem.load(record.finalColumns, rhs), 0);
     ASSERT_EQ(problem.solve(), 1);
-    checked_objective(problem, program);
+    checkedObjective(problem, program);
     problem.free();
   }
 }
 
 TEST(RecordedFinal, AnotherMatrixInBetween) {
-  const MillRecord one = CuttingStock({.widths = 20, .patterns_per_iteration = 500}).run();
+  const MillRecord one = CuttingStock({.widths = 20, .patternsPerIteration = 500}).run();
   const MillRecord other =
-      CuttingStock({.widths = 25, .patterns_per_iteration = 500, .seed = 2}).run();
+      CuttingStock({.widths = 25, .patternsPerIteration = 500, .seed = 2}).run();
   const Environment environment;
   for (const MillRecord *record : {&one, &other, &one, &one, &other}) {
-    LinearProgram program = program_with_rows(record->final_rhs[0]);
-    ASSERT_TRUE(append(program, record->final_columns));
+    LinearProgram program = programWithRows(record->finalRhs[0]);
+    ASSERT_TRUE(append(program, record->finalColumns));
     Problem problem(environment.env);
-    ASSERT_EQ(problem.load(record->final_columns, record->final_rhs[0]), 0);
+    ASSERT_EQ(problem.load(record->finalColumns, record->finalRhs[0]), 0);
     ASSERT_EQ(problem.solve(), 1);
-    checked_objective(problem, program);
+    checkedObjective(problem, program);
     problem.free();
   }
 }
@@ -242,7 +241,7 @@ TEST(RecordedSilence, NothingIsPrinted) {
   ::testing::internal::CaptureStdout();
   ::testing::internal::CaptureStderr();
   const MillRecord record = CuttingStock({.widths = 30, .deckles = 2, .periods = 2}).run();
-  all_numbers(record, true);
+  allNumbers(record, true);
   EXPECT_EQ(::testing::internal::GetCapturedStdout(), "");
   EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
 }

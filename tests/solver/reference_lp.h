@@ -23,17 +23,17 @@ class ReferenceLp {
   explicit ReferenceLp(const TestLp &lp) : lp_(lp), n_(static_cast<std::size_t>(lp.columns())) {
     for (std::size_t i = 0; i < lp.rhs.size(); ++i) {
       if (lp.senses[i] != 'L') {
-        half_spaces_.push_back({lp.matrix[i], lp.rhs[i]});
+        halfSpaces_.push_back({lp.matrix[i], lp.rhs[i]});
       }
       if (lp.senses[i] != 'G') {
-        half_spaces_.push_back({negated(lp.matrix[i]), -lp.rhs[i]});
+        halfSpaces_.push_back({negated(lp.matrix[i]), -lp.rhs[i]});
       }
     }
     for (std::size_t j = 0; j < n_; ++j) {
       std::vector<double> unit(n_, 0.0);
       unit[j] = 1.0;
-      half_spaces_.push_back({unit, lp.lower[j]});
-      half_spaces_.push_back({negated(unit), -std::min(lp.upper[j], kBox)});
+      halfSpaces_.push_back({unit, lp.lower[j]});
+      halfSpaces_.push_back({negated(unit), -std::min(lp.upper[j], kBox)});
     }
   }
 
@@ -43,12 +43,12 @@ class ReferenceLp {
     chosen_.clear();
     choose(0);
     ReferenceAnswer answer;
-    if (!best_in_box_) {
+    if (!bestInBox_) {
       return answer;
     }
-    const double slack = 1e-6 * std::max(1.0, std::fabs(*best_in_box_));
-    answer.status = !best_inside_ || *best_in_box_ < *best_inside_ - slack ? 2 : 1;
-    answer.objective = lp_.objective_sense * *best_in_box_;
+    const double slack = 1e-6 * std::max(1.0, std::fabs(*bestInBox_));
+    answer.status = !bestInside_ || *bestInBox_ < *bestInside_ - slack ? 2 : 1;
+    answer.objective = lp_.objectiveSense * *bestInBox_;
     return answer;
   }
 
@@ -71,12 +71,12 @@ class ReferenceLp {
 
   void choose(std::size_t from) {
     if (chosen_.size() == n_) {
-      if (const auto x = meeting_point()) {
+      if (const auto x = meetingPoint()) {
         weigh(*x);
       }
       return;
     }
-    for (std::size_t k = from; k < half_spaces_.size(); ++k) {
+    for (std::size_t k = from; k < halfSpaces_.size(); ++k) {
       chosen_.push_back(k);
       choose(k + 1);
       chosen_.pop_back();
@@ -84,11 +84,11 @@ class ReferenceLp {
   }
 
   // Gauss with row exchange on the chosen constraints; nothing when they are dependent.
-  std::optional<std::vector<double>> meeting_point() const {
+  std::optional<std::vector<double>> meetingPoint() const {
     std::vector<std::vector<double>> m;
     for (const std::size_t k : chosen_) {
-      m.push_back(half_spaces_[k].normal);
-      m.back().push_back(half_spaces_[k].bound);
+      m.push_back(halfSpaces_[k].normal);
+      m.back().push_back(halfSpaces_[k].bound);
     }
     for (std::size_t c = 0; c < n_; ++c) {
       std::size_t pivot = c;
@@ -114,39 +114,39 @@ class ReferenceLp {
   }
 
   void weigh(const std::vector<double> &x) {
-    for (const HalfSpace &half_space : half_spaces_) {
+    for (const HalfSpace &halfSpace : halfSpaces_) {
       double sum = 0.0;
-      double size = std::fabs(half_space.bound);
+      double size = std::fabs(halfSpace.bound);
       for (std::size_t j = 0; j < n_; ++j) {
-        sum += half_space.normal[j] * x[j];
-        size += std::fabs(half_space.normal[j] * x[j]);
+        sum += halfSpace.normal[j] * x[j];
+        size += std::fabs(halfSpace.normal[j] * x[j]);
       }
-      if (sum < half_space.bound - kTolerance * std::max(1.0, size * 1e-3)) {
+      if (sum < halfSpace.bound - kTolerance * std::max(1.0, size * 1e-3)) {
         return;
       }
     }
     double objective = 0.0;
-    bool in_box = true;
+    bool inBox = true;
     for (std::size_t j = 0; j < n_; ++j) {
-      objective += lp_.objective_sense * lp_.cost[j] * x[j];
-      in_box = in_box && std::fabs(x[j]) < kBox / 10;
+      objective += lp_.objectiveSense * lp_.cost[j] * x[j];
+      inBox = inBox && std::fabs(x[j]) < kBox / 10;
     }
-    keep_lower(best_in_box_, objective);
-    if (in_box) {
-      keep_lower(best_inside_, objective);
+    keepLower(bestInBox_, objective);
+    if (inBox) {
+      keepLower(bestInside_, objective);
     }
   }
 
-  static void keep_lower(std::optional<double> &best, double value) {
+  static void keepLower(std::optional<double> &best, double value) {
     best = best ? std::min(*best, value) : value;
   }
 
   const TestLp &lp_;
   std::size_t n_;
-  std::vector<HalfSpace> half_spaces_;
+  std::vector<HalfSpace> halfSpaces_;
   std::vector<std::size_t> chosen_;
-  std::optional<double> best_in_box_;  // over all vertices, those of the box among them
-  std::optional<double> best_inside_;  // over those that the box has no part in
+  std::optional<double> bestInBox_;   // over all vertices, those of the box among them
+  std::optional<double> bestInside_;  // over those that the box has no part in
 };
 
 }  // namespace corvane::lp::testing

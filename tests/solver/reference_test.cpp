@@ -16,7 +16,7 @@ namespace corvane::lp::testing {
 namespace {
 
 std::string text(const TestLp &lp) {
-  std::string out = "sense " + std::to_string(lp.objective_sense);
+  std::string out = "sense " + std::to_string(lp.objectiveSense);
   const auto line = [&](const char *name, const std::vector<double> &values) {
     out += std::string("\n") + name;
     for (const double value : values) {
@@ -42,12 +42,12 @@ bool agrees(const TestLp &lp, const TestAnswer &answer) {
     EXPECT_NEAR(answer.objective, expected.objective,
                 1e-9 * std::max(1.0, std::fabs(expected.objective)))
         << text(lp);
-    EXPECT_EQ(check_optimal(program_of(lp), answer_of(lp, answer)), "") << text(lp);
+    EXPECT_EQ(checkOptimal(programOf(lp), answerOf(lp, answer)), "") << text(lp);
   }
   return !::testing::Test::HasFailure();
 }
 
-bool solves_alike(const TestLp &lp, bool barrier = false) {
+bool solvesAlike(const TestLp &lp, bool barrier = false) {
   Session session;
   EXPECT_EQ(session.load(lp), 0);
   return agrees(lp, session.solve(lp.columns(), lp.rows(), barrier));
@@ -79,7 +79,7 @@ TEST(Reference, AllSmallCoveringPrograms) {
     lp.senses = "GG";
     lp.lower = {0, 0};
     lp.upper = {1e20, 1e20};
-    ASSERT_TRUE(solves_alike(lp));
+    ASSERT_TRUE(solvesAlike(lp));
   }
 }
 
@@ -96,7 +96,7 @@ TEST(Reference, ManySmallGeneralPrograms) {
     lp.rhs = {static_cast<double>(digits.next(2)), static_cast<double>(digits.next(2))};
     lp.lower = {0, -1};
     lp.upper = {1e20, digits.next(2) == 0 ? 1e20 : 1};
-    ASSERT_TRUE(solves_alike(lp));
+    ASSERT_TRUE(solvesAlike(lp));
   }
 }
 
@@ -108,7 +108,7 @@ class RandomLps {
 
   TestLp general(int columns, int rows) {
     TestLp lp;
-    lp.objective_sense = between(0, 1) == 0 ? 1 : -1;
+    lp.objectiveSense = between(0, 1) == 0 ? 1 : -1;
     for (int j = 0; j < columns; ++j) {
       lp.cost.push_back(between(-4, 4));
       lp.lower.push_back(between(0, 1) == 0 ? 0 : between(-3, 1));
@@ -157,7 +157,7 @@ TEST(Reference, RandomGeneralPrograms) {
     const int columns = random.between(1, 4);
     const int rows = random.between(1, 4);
     const TestLp lp = random.general(columns, rows);
-    ASSERT_TRUE(solves_alike(lp)) << n;
+    ASSERT_TRUE(solvesAlike(lp)) << n;
   }
 }
 
@@ -167,7 +167,7 @@ TEST(Reference, RandomGeneralProgramsByBarrier) {
     const int columns = random.between(1, 4);
     const int rows = random.between(1, 4);
     const TestLp lp = random.general(columns, rows);
-    ASSERT_TRUE(solves_alike(lp, true)) << n;
+    ASSERT_TRUE(solvesAlike(lp, true)) << n;
   }
 }
 
@@ -177,7 +177,7 @@ TEST(Reference, RandomCoveringPrograms) {
     const int columns = random.between(1, 5);
     const int rows = random.between(1, 4);
     const TestLp lp = random.covering(columns, rows);
-    ASSERT_TRUE(solves_alike(lp, n % 2 == 1)) << n;
+    ASSERT_TRUE(solvesAlike(lp, n % 2 == 1)) << n;
   }
 }
 

@@ -14,12 +14,12 @@ using ::testing::HasSubstr;
 
 // minimise 2 a + 3 b + 9 c, a + b + c >= 4, a + 3 b + c >= 6: a = 3, b = 1, duals 1.5 and 0.5.
 LinearProgram program() {
-  return program_of({.cost = {2, 3, 9},
-                     .matrix = {{1, 1, 1}, {1, 3, 1}},
-                     .senses = "GG",
-                     .rhs = {4, 6},
-                     .lower = {0, 0, 0},
-                     .upper = {1e20, 1e20, 1e20}});
+  return programOf({.cost = {2, 3, 9},
+                    .matrix = {{1, 1, 1}, {1, 3, 1}},
+                    .senses = "GG",
+                    .rhs = {4, 6},
+                    .lower = {0, 0, 0},
+                    .upper = {1e20, 1e20, 1e20}});
 }
 
 Answer right() {
@@ -31,7 +31,7 @@ Answer right() {
 }
 
 std::string complaint(const Answer &answer) {
-  return check_optimal(program(), answer);
+  return checkOptimal(program(), answer);
 }
 
 TEST(SolutionCheck, PassesTheOptimum) {
@@ -81,19 +81,19 @@ TEST(SolutionCheck, FindsObjectivesThatDiffer) {
 }
 
 TEST(SolutionCheck, FindsAnAnswerThatIsNoVertex) {
-  const LinearProgram twins = program_of({.cost = {1, 1},
-                                          .matrix = {{1, 1}},
-                                          .senses = "G",
-                                          .rhs = {2},
-                                          .lower = {0, 0},
-                                          .upper = {1e20, 1e20}});
+  const LinearProgram twins = programOf({.cost = {1, 1},
+                                         .matrix = {{1, 1}},
+                                         .senses = "G",
+                                         .rhs = {2},
+                                         .lower = {0, 0},
+                                         .upper = {1e20, 1e20}});
   Answer answer;
   answer.status = Status::kOptimal;
   answer.duals = {1.0};
   answer.activities = {{0, 2.0}};
-  EXPECT_EQ(check_optimal(twins, answer), "");
+  EXPECT_EQ(checkOptimal(twins, answer), "");
   answer.activities = {{0, 1.0}, {1, 1.0}};
-  EXPECT_THAT(check_optimal(twins, answer), HasSubstr("2 columns between their bounds"));
+  EXPECT_THAT(checkOptimal(twins, answer), HasSubstr("2 columns between their bounds"));
 }
 
 TEST(SolutionCheck, FindsAnAnswerOfAnotherProgram) {
@@ -108,7 +108,7 @@ TEST(SolutionCheck, FindsAnAnswerOfAnotherProgram) {
 TEST(SolutionCheck, FindsAWrongStatus) {
   Answer answer;
   answer.status = Status::kInfeasible;
-  EXPECT_THAT(check_answer(program(), answer), HasSubstr("status 3, but CLP says 1"));
+  EXPECT_THAT(checkAnswer(program(), answer), HasSubstr("status 3, but CLP says 1"));
 }
 
 }  // namespace

@@ -10,7 +10,7 @@
 namespace corvane::lp::testing {
 
 struct TestLp {
-  int objective_sense = 1;
+  int objectiveSense = 1;
   std::vector<double> cost = {};
   std::vector<std::vector<double>> matrix = {};  // one vector of coefficients for each row
   std::string senses = {};
@@ -64,7 +64,7 @@ class Session {
   int load(const TestLp &test, int columns = -1) {
     const int end = columns < 0 ? test.columns() : columns;
     const SparseColumns sparse(test, 0, end);
-    return CPXcopylp(env, lp, end, test.rows(), test.objective_sense, test.cost.data(),
+    return CPXcopylp(env, lp, end, test.rows(), test.objectiveSense, test.cost.data(),
                      test.rhs.data(), test.senses.data(), sparse.start.data(), sparse.count.data(),
                      sparse.row.data(), sparse.value.data(), test.lower.data(), test.upper.data(),
                      nullptr);
