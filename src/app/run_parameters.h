@@ -3,8 +3,7 @@
 #include <QString>
 #include <iosfwd>
 
-// The settings of a run, with their defaults. Flags are 1
-// for true and 0 for false.
+// The settings of a run, with their defaults. Flags are 1 for true and 0 for false.
 struct RunParameters {
   qint32 batch = 0;
   qint32 delay = 1;

@@ -13,9 +13,8 @@
 //           <period> "1"                                  (later periods: no coordinates)
 //   addattach <node> "Rail_Fine_Acme_30.000" <commodity> "DemandWidth30" <in> True
 //   addattach <node> "Rail_Fine_Acme_30.000" <commodity> "DemandWidth30" <in> False
-//   addarc <commodity> "DemandWidth30" <from> "Fine_W1_30.000" <to> "Rail_Fine_Acme_30.000" <flow>
-//   0
-//          <fixed> False <opportunity> 0 <min> 0 <max> +infinity <period> "1" <cost> 1.5
+//   addarc <commodity> "DemandWidth30" <from> "Fine_W1_30.000" <to> "Rail_Fine_Acme_30.000"
+//          <flow> 0 <fixed> False <opportunity> 0 <min> 0 <max> +infinity <period> "1" <cost> 1.5
 //   addarc <commodity> "DemandWidth30" <from> "Rail_Fine_Acme_30.000" <to> "Fine_Acme_30.000" ...
 //
 // All five lines are repeated for every period. Without delays there is one arc a period, priced by

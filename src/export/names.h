@@ -20,8 +20,8 @@ QString batchNodeName(const PatternCompPattern &set, const Cutter &cutter, int i
 QString patternNodeName(const PatternCompPattern &set, const Cutter &cutter, int index);
 QString orderNodeName(const Order &order);  // "{grade}_{customer}_{width}"
 QString orderSetName(const Order &order);   // "{grade}_{customer}"
-QString delayNodeName(const FreightRate &rate, const Order &order);
 // "{mode}_{grade}_{customer}_{width}"
+QString delayNodeName(const FreightRate &rate, const Order &order);
 
 // The name of the node that takes the waste of a grade, in UTF-8.
 std::string wasteNodeName(const QString &grade);  // "{grade}_Waste"

@@ -6,10 +6,8 @@
 // The storage of every cutter: a node for each demand width of its grade, grouped in a set with a
 // block; then the waste nodes and the arcs that lead to both.
 //
-//   addnode <type> "StorageDemand" <name> "Fine_W1_30.000" <x> 710 <y> 0 <storagemax> 0 <period>
-//   "1"
-//                                                    (one line a period; later ones: no
-//                                                    coordinates)
+//   addnode <type> "StorageDemand" <name> "Fine_W1_30.000" <x> 710 <y> 0 <storagemax> 0
+//           <period> "1"              (one line a period; later ones: no coordinates)
 //   addattach <node> "Fine_W1_30.000" <commodity> "DemandWidth30" <in> True
 //   addattach <node> "Fine_W1_30.000" <commodity> "DemandWidth30" <in> False
 //   addnodetoset "Fine_W1" "Fine_W1_30.000"
