@@ -9,9 +9,8 @@
 //   addnode <type> "Demand" <name> "Fine_Waste" <x> 710 <y> 80 <amount> 0 <fixed> False
 //           <period> "1"
 //   addattach <node> "Fine_Waste" <commodity> "Waste" <in> True
-//   addarc <commodity> "DemandWidth30" <from> "Fine_Pattern_0_W1_120" <to> "Fine_W1_30.000" <flow>
-//   0
-//          <fixed> False <opportunity> 0 <cost> 0 <min> 0 <max> +infinity <period> "1"
+//   addarc <commodity> "DemandWidth30" <from> "Fine_Pattern_0_W1_120" <to> "Fine_W1_30.000"
+//          <flow> 0 <fixed> False <opportunity> 0 <cost> 0 <min> 0 <max> +infinity <period> "1"
 //   addarc <commodity> "Waste" <from> "Fine_Pattern_0_W1_120" <to> "Fine_Waste" <flow> 0
 //          <fixed> False <opportunity> 0 <cost> 0.5 <min> 0 <max> +infinity <period> "1"
 //
