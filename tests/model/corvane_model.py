@@ -148,15 +148,18 @@ class Fatal(Exception):
 
 
 class Channel:
-    """A file written through at once."""
+    """A file written through at once; nobody looks whether a write fails."""
 
     def __init__(self, descriptor):
         self.descriptor = descriptor
 
     def line(self, value):
         data = encoded(value + "\n")
-        while data:
-            data = data[os.write(self.descriptor, data):]
+        try:
+            while data:
+                data = data[os.write(self.descriptor, data):]
+        except OSError:
+            pass
 
 
 class ImportFile:
@@ -168,8 +171,11 @@ class ImportFile:
         self.lines.append(value)
 
     def close(self):
-        with os.fdopen(self.descriptor, "wb") as stream:
-            stream.write(encoded("".join(line + "\n" for line in self.lines)))
+        try:
+            with os.fdopen(self.descriptor, "wb") as stream:
+                stream.write(encoded("".join(line + "\n" for line in self.lines)))
+        except OSError:
+            pass
 
 
 def existing_path(name):
