@@ -1,33 +1,54 @@
-// corvane_performance [REPORT [REPEATS]]: measures and prints the report, and writes it to the
-// file.
+// corvane_performance [REPORT [REPEATS]]: measures the program on generated mills, prints the
+// report and writes it to the file. 5 repeats by default. Works in the folder for temporary files.
+
+#include <cstdlib>
+#include <exception>
+#include <fstream>
 #include <iostream>
-#include "measurements.h"
-#include "samples.h"
-int main() {
-  using namespace bench;
-  const std::filesystem::path parent = std::filesystem::temp_directory_path() / "corvane_perf";
-  for (auto [w, n] :
-       {std::pair{20, 100}, {60, 100}, {60, 1000}, {150, 100}, {150, 1000}, {400, 100}}) {
-    MillShape shape;
-    shape.widths = w;
-    shape.newPatterns = n;
-    shape.orders = 1000;
-    Mill mill(shape, parent);
-    for (const RunKind &kind : {RunKind{}, RunKind{true, "primal"}, RunKind{true, nullptr}}) {
-      RunResult r = measureRun(mill, kind);
-      std::cout << w << ' ' << n << " lit=" << kind.literalPricing << " total " << r.total()
-                << " gen " << r.generation() << " sel " << r.selection() << " patterns "
-                << r.patterns << "/" << r.keptPatterns << " |";
-      for (double t : r.times)
-        std::cout << ' ' << decimals(t * 1000, 1);
-      std::cout << " mem " << r.readMemory / 1e6 << ' ' << r.peakMemory / 1e6 << '\n';
-    }
-    SolverTimes s = measureSolver(mill);
-    std::cout << "  masters " << s.mastersLayer / s.mastersPlain << " finals/primal "
-              << s.finalsLayer / s.finalsPrimal << " finals/dual " << s.finalsLayer / s.finalsDual
-              << std::endl;
-    FileTimes e = measureExport(mill), rd = measureReading(mill);
-    std::cout << "  export " << e.work << ' ' << e.reference / e.work << "  read "
-              << rd.work / rd.reference << std::endl;
+#include <sstream>
+
+#include "machine.h"
+#include "report_sections.h"
+
+namespace {
+
+void writeReport(std::ostream &out, int repeats, const std::filesystem::path &folder) {
+  out << "# Performance\n\n"
+         "Written by `./run-bench`; `bench/` holds what measures. Everything is processor time of "
+         "one thread,\nso that other programs on the machine do not count, and every figure is the "
+         "median of "
+      << repeats
+      << " repeats, with\nthe lowest and the highest in brackets. What is compared was measured in "
+         "turns, each in a process of\nits own.\n\n";
+  bench::describeMachine(out);
+  for (const auto section : {bench::writeWholeRuns, bench::writeSolver, bench::writePricing,
+                             bench::writeFiles, bench::writeMemory, bench::writeGrowth}) {
+    out << '\n';
+    section(out, repeats, folder);
+    std::cerr << '.' << std::flush;
   }
+}
+
+}  // namespace
+
+int main(int argc, char **argv) {
+  const int repeats = argc > 2 ? std::max(1, std::atoi(argv[2])) : 5;
+  const std::filesystem::path folder =
+      std::filesystem::temp_directory_path() / "corvane_performance";
+  try {
+    std::ostringstream report;
+    writeReport(report, repeats, folder);
+    std::filesystem::remove_all(folder);
+    std::cerr << '\n';
+    std::cout << report.str();
+    if (argc > 1) {
+      std::ofstream file(argv[1], std::ios::trunc);
+      file << report.str();
+      return file.flush() ? EXIT_SUCCESS : EXIT_FAILURE;
+    }
+  } catch (const std::exception &error) {
+    std::cerr << error.what() << '\n';
+    return EXIT_FAILURE;
+  }
+  return EXIT_SUCCESS;
 }
