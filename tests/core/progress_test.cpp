@@ -6,49 +6,18 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <cstdlib>
+#include <chrono>
 #include <iostream>
 #include <thread>
 
 #include "support/stream_capture.h"
+#include "support/terminal.h"
 
 namespace corvane {
 namespace {
 
-// Puts another file in the place of standard error for as long as it lives.
-class StandardErrorOn {
- public:
-  explicit StandardErrorOn(int file) : old_(dup(STDERR_FILENO)) { dup2(file, STDERR_FILENO); }
-  StandardErrorOn(const StandardErrorOn &) = delete;
-  StandardErrorOn &operator=(const StandardErrorOn &) = delete;
-  ~StandardErrorOn() {
-    dup2(old_, STDERR_FILENO);
-    close(old_);
-  }
-
- private:
-  int old_;
-};
-
-class Terminal {
- public:
-  Terminal() : master_(posix_openpt(O_RDWR | O_NOCTTY)) {
-    if (master_ >= 0 && grantpt(master_) == 0 && unlockpt(master_) == 0) {
-      slave_ = open(ptsname(master_), O_RDWR | O_NOCTTY);
-    }
-  }
-  Terminal(const Terminal &) = delete;
-  Terminal &operator=(const Terminal &) = delete;
-  ~Terminal() {
-    close(slave_);
-    close(master_);
-  }
-  int file() const { return slave_; }
-
- private:
-  int master_;
-  int slave_ = -1;
-};
+using support::StandardErrorOn;
+using support::Terminal;
 
 constexpr auto kBeyondTheInterval = std::chrono::milliseconds(300);
 

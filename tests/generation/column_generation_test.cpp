@@ -3,8 +3,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <iostream>
 #include <sstream>
+#include <thread>
 
 #include "generation/generate_patterns.h"
 #include "generation/link_hooks.h"
@@ -13,6 +15,7 @@
 #include "support/mill.h"
 #include "support/pattern_set_dump.h"
 #include "support/stream_capture.h"
+#include "support/terminal.h"
 
 namespace corvane {
 namespace {
@@ -244,6 +247,25 @@ TEST_F(ColumnGeneration, ChoosesTheBarrierMethodBySetting) {
   generate(mill);
   EXPECT_THAT(scripted_lp::calls_of("primopt"), IsEmpty());
   EXPECT_THAT(scripted_lp::calls_of("hybbaropt"), SizeIs(2));
+}
+
+TEST_F(ColumnGeneration, ShowsGradePeriodIterationAndPatternsOnATerminal) {
+  const support::Terminal terminal;
+  if (terminal.file() < 0) {
+    GTEST_SKIP() << "no terminal can be made here";
+  }
+  const StreamCapture errors(std::cerr);
+  const support::StandardErrorOn redirected(terminal.file());
+  Mill mill(kOneCutter, kTwoWidths);
+  const std::vector<double> deckleWidths =
+      createPatternSets("Fine", cuttersByGrade(mill.data())["Fine"], sets_);
+  ProgressLine progress;
+  std::this_thread::sleep_for(std::chrono::milliseconds(300));
+  generateColumns(*mill.data().demand.find("Fine"), deckleWidths,
+                  {settings_, mill.data().periods, sets_, random_, log_, progress});
+  EXPECT_THAT(errors.text(),
+              testing::StartsWith("\rgrade Fine, period 1, iteration 1, patterns 2, 0 s"));
+  EXPECT_EQ(log_.str(), "");
 }
 
 TEST_F(ColumnGeneration, EndsTheRunWhenColumnsCannotBeAdded) {

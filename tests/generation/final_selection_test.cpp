@@ -3,13 +3,18 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <iostream>
 #include <sstream>
+#include <thread>
 
 #include "generation/link_hooks.h"
 #include "scripted_lp.h"
 #include "support/fatal_end.h"
 #include "support/mill.h"
 #include "support/pattern_set_dump.h"
+#include "support/stream_capture.h"
+#include "support/terminal.h"
 
 namespace corvane {
 namespace {
@@ -185,6 +190,21 @@ TEST_F(FinalSelection, WithoutOrdersOpensAndClosesOneEnvironment) {
   select(mill);
   EXPECT_THAT(scripted_lp::calls(),
               ElementsAre(HasSubstr("CPXopenCPLEXruntime"), HasSubstr("CPXcloseCPLEX")));
+}
+
+TEST_F(FinalSelectionOfTwoPeriods, ShowsGradePeriodAndPatternsOnATerminal) {
+  const support::Terminal terminal;
+  if (terminal.file() < 0) {
+    GTEST_SKIP() << "no terminal can be made here";
+  }
+  const support::StreamCapture errors(std::cerr);
+  const support::StandardErrorOn redirected(terminal.file());
+  ProgressLine progress;
+  std::this_thread::sleep_for(std::chrono::milliseconds(300));
+  selectPatterns(mill_.data().grades, mill_.data().periods, mill_.data().demand, settings_, sets_,
+                 progress, log_);
+  EXPECT_THAT(errors.text(),
+              testing::StartsWith("\rfinal selection, grade Fine, period 1, patterns 4, 0 s"));
 }
 
 TEST_F(FinalSelection, ChoosesTheBarrierMethodBySetting) {
