@@ -16,8 +16,8 @@ namespace {
 std::string dump(const DemandMatcher &matcher) {
   std::string text;
   for (const DemandMatcher::Entry &entry : matcher.entries()) {
-    text += (text.empty() ? "" : " ") + std::to_string(entry.row) + ":" +
-            std::to_string(entry.quantity);
+    text += text.empty() ? "" : " ";
+    text += std::to_string(entry.row) + ":" + std::to_string(entry.quantity);
   }
   return text;
 }
@@ -83,8 +83,8 @@ TEST(DemandMatcher, RandomOrdersAgreeWithAScanOfTheEntries) {
     }
     std::string expected;
     for (const DemandMatcher::Entry &entry : scanned) {
-      expected += (expected.empty() ? "" : " ") + std::to_string(entry.row) + ":" +
-                  std::to_string(entry.quantity);
+      expected += expected.empty() ? "" : " ";
+      expected += std::to_string(entry.row) + ":" + std::to_string(entry.quantity);
     }
     ASSERT_EQ(dump(matcher), expected);
   }

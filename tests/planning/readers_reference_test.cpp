@@ -63,7 +63,8 @@ class FileMaker {
   std::string join(const std::vector<std::string> &fields) {
     std::string line;
     for (const std::string &field : fields) {
-      line += (line.empty() ? "" : oneIn(60) ? ",," : ",") + field;
+      line += line.empty() ? "" : oneIn(60) ? ",," : ",";
+      line += field;
     }
     return line;
   }

@@ -156,7 +156,8 @@ class LiteralPlanning {
     for (const LiteralCutter &cutter : cutters_) {
       text += utf8(cutter.location) + "|" + utf8(cutter.name) + "|" + utf8(cutter.grade);
       for (const double value : cutter.numbers) {
-        text += "|" + general(value);
+        text += "|";
+        text += general(value);
       }
       text += "\n";
     }
@@ -165,7 +166,8 @@ class LiteralPlanning {
   std::string dumpWidths() const {
     std::string text;
     for (const double width : widths_) {
-      text += (text.empty() ? "" : " ") + general(width);
+      text += text.empty() ? "" : " ";
+      text += general(width);
     }
     return text;
   }
@@ -183,7 +185,8 @@ class LiteralPlanning {
       for (const auto &period : grade.second) {
         text += utf8(grade.first) + "|" + utf8(period.first) + ":";
         for (const auto &entry : period.second) {
-          text += " " + general(entry.first) + "x" + std::to_string(entry.second);
+          text += " ";
+          text += general(entry.first) + "x" + std::to_string(entry.second);
         }
         text += "\n";
       }

@@ -33,7 +33,8 @@ template <typename Number>
 std::string numbersText(const QLinkedList<Number> &numbers) {
   std::string text;
   for (const Number number : numbers) {
-    text += (text.empty() ? "" : " ") + general(static_cast<double>(number));
+    text += text.empty() ? "" : " ";
+    text += general(static_cast<double>(number));
   }
   return text;
 }

@@ -26,7 +26,8 @@ inline std::string dumpCutters(const PlanningData &data) {
 inline std::string dumpWidths(const PlanningData &data) {
   std::string text;
   for (const double width : data.cutterWidths) {
-    text += (text.empty() ? "" : " ") + general(width);
+    text += text.empty() ? "" : " ";
+    text += general(width);
   }
   return text;
 }
