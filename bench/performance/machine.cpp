@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cmath>
+#include <cstdlib>
 #include <ctime>
 #include <fstream>
 #include <string>
@@ -28,6 +29,11 @@ std::string valueIn(const char *file, const std::string &key) {
   return "unknown";
 }
 
+long loadAverage() {
+  std::array<double, 3> averages{};
+  return getloadavg(averages.data(), 3) == 3 ? std::lround(averages[2]) : 0;
+}
+
 std::string today() {
   const std::time_t now = std::time(nullptr);
   std::array<char, 32> text{};
@@ -45,6 +51,7 @@ void describeMachine(std::ostream &out) {
       << "- Memory: " << std::lround(bytes / (1U << 30U)) << " GiB\n"
       << "- System: " << valueIn("/etc/os-release", "PRETTY_NAME") << '\n'
       << "- Compiler: " << CORVANE_COMPILER << '\n'
+      << "- Programs that wanted a processor in the last 15 minutes: " << loadAverage() << '\n'
       << "- Date: " << today() << '\n';
 }
 

@@ -20,13 +20,16 @@ void writeReport(std::ostream &out, int repeats, const std::filesystem::path &fo
       << repeats
       << " repeats, with\nthe lowest and the highest in brackets. What is compared was measured in "
          "turns, each in a process of\nits own.\n\n";
-  bench::describeMachine(out);
+  std::ostringstream measured;
   for (const auto section : {bench::writeWholeRuns, bench::writeSolver, bench::writePricing,
                              bench::writeFiles, bench::writeMemory, bench::writeGrowth}) {
-    out << '\n';
-    section(out, repeats, folder);
+    measured << '\n';
+    section(measured, repeats, folder);
     std::cerr << '.' << std::flush;
   }
+  // Last, so that it tells how busy the machine was meanwhile.
+  bench::describeMachine(out);
+  out << measured.str();
 }
 
 }  // namespace

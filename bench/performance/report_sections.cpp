@@ -103,8 +103,10 @@ void writeWholeRuns(std::ostream &out, int repeats, const std::filesystem::path 
          "holds that too.\n\n"
       << ratios
       << "\nWhere the time goes. Masters to rest are column generation, final LPs to rest final "
-         "selection. The\nlast column counts everything but the solver, reading and export "
-         "included; to reach: at most 15 % of a\nlarge run.\n\n"
+         "selection. Each of\nthe two steps is measured in processor time and split by the time "
+         "that elapsed in its parts, so on a\nbusy machine parts of a few milliseconds are "
+         "uncertain. The last column counts everything but the\nsolver, reading and export "
+         "included; to reach: at most 15 % of a large run.\n\n"
       << phases;
 }
 
@@ -147,7 +149,9 @@ void writePricing(std::ostream &out, int repeats, const std::filesystem::path &f
                withSpread(ratio)});
   }
   out << "## Pricing\n\nThe same run, with the same draws and picks, on the literal pricing and on "
-         "the program's, price list\nincluded; to reach: a quarter.\n\n"
+         "the program's, price list\nincluded; to reach: a quarter. Split by elapsed time as "
+         "above; "
+         "`pricing_bench` measures candidates one by\none in processor time.\n\n"
       << table;
 }
 
