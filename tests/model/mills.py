@@ -85,6 +85,10 @@ class _Maker:
         # How many widths and order lines, and how often a width lies next to an earlier one.
         self.most_widths, self.most_lines = self.random.choice(
             [(3, 4), (6, 10), (10, 40), (20, 60), (45, 150)] if self.chance(0.99) else [(250, 700)])
+        # Many orders of few keys: merged quantities meet other entries of the demand table.
+        self.crowded = self.chance(0.08)
+        if self.crowded:
+            self.most_widths, self.most_lines = 3, 300
         # A width that the pattern comparison takes for another one has no seed pattern of its own,
         # and the final LP is then often infeasible; so most mills keep clear of the tolerance.
         self.nearness = self.random.choice([0.0, 0.0, 0.1, 0.3, 0.8])
@@ -188,6 +192,8 @@ class _Maker:
             return self.random.choice(ODD_QUANTITIES)
         if self.chance(0.03):
             return str(self.random.choice([2147483647, 2147483640, 1073741824]))
+        if self.crowded:
+            return str(self.random.randint(1, 4))
         return str(self.random.randint(1, self.random.choice([3, 50, 5000])))
 
     def freight_lines(self):
