@@ -135,7 +135,8 @@ TEST_F(TheParameterFile, IgnoresALastLineWithoutALineBreak) {
 }
 
 TEST_F(TheParameterFile, SkipsALineThatIsTooLongWithAWarning) {
-  const std::string longest = "log file=" + std::string(1014, 'x');
+  std::string longest = "log file=";
+  longest.append(1014, 'x');
   ASSERT_EQ(longest.size(), 1023U);
   EXPECT_EQ(read(longest + "\n"), "");
   EXPECT_EQ(parameters_.logFile.size(), 1014);
