@@ -11,7 +11,9 @@
 
 #include <array>
 #include <csignal>
+#include <cstdio>
 #include <cstdlib>
+#include <iostream>
 #include <string_view>
 #include <vector>
 
@@ -159,6 +161,9 @@ Result runAndKill(const Child &child, unsigned microseconds) {
 Result runForked(const std::filesystem::path &folder, unsigned seconds, int (*function)()) {
   const Catcher out;
   const Catcher err;
+  // What waits in a buffer would be written by both processes.
+  std::cout.flush();
+  std::fflush(nullptr);
   const pid_t process = fork();
   if (process == 0) {
     prepareProcess(folder, seconds, out.descriptor(), err.descriptor());

@@ -1,0 +1,129 @@
+#include "failing_memory.h"
+
+#include <cerrno>
+#include <cstddef>
+#include <cstdlib>
+#include <new>
+
+#if defined(__SANITIZE_ADDRESS__)
+#define CORVANE_SANITIZED 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define CORVANE_SANITIZED 1
+#endif
+#endif
+
+namespace corvane::faults {
+namespace {
+
+constinit Memory countedKind = Memory::kNone;
+constinit long failing = 0;
+constinit bool failingOnwards = false;
+constinit long counted = 0;
+
+bool mustFail(Memory kind) {
+  if (kind != countedKind) {
+    return false;
+  }
+  ++counted;
+  const bool fails = failing > 0 && (failingOnwards ? counted >= failing : counted == failing);
+  if (fails) {
+    errno = ENOMEM;
+  }
+  return fails;
+}
+
+}  // namespace
+
+void failAllocation(Memory kind, long n, bool onwards) {
+  countedKind = kind;
+  failing = n;
+  failingOnwards = onwards;
+  counted = 0;
+}
+
+long countedAllocations() {
+  return counted;
+}
+
+}  // namespace corvane::faults
+
+using corvane::faults::Memory;
+using corvane::faults::mustFail;
+
+extern "C" {
+
+void *__real_malloc(std::size_t size);
+void *__real_calloc(std::size_t count, std::size_t size);
+void *__real_realloc(void *block, std::size_t size);
+
+// The program's own calls lead here. It calls realloc alone, but a compiler makes malloc of the
+// realloc of nothing, and calloc where zeros are filled in.
+void *__wrap_malloc(std::size_t size) {
+  return mustFail(Memory::kArrays) ? nullptr : __real_malloc(size);
+}
+
+void *__wrap_calloc(std::size_t count, std::size_t size) {
+  return mustFail(Memory::kArrays) ? nullptr : __real_calloc(count, size);
+}
+
+void *__wrap_realloc(void *block, std::size_t size) {
+  return mustFail(Memory::kArrays) ? nullptr : __real_realloc(block, size);
+}
+}
+
+#if defined(CORVANE_SANITIZED)
+
+namespace {
+
+void *allocate(std::size_t size) {
+  void *block = mustFail(Memory::kAll) ? nullptr : __real_malloc(size);
+  if (block == nullptr) {
+    throw std::bad_alloc();
+  }
+  return block;
+}
+
+}  // namespace
+
+void *operator new(std::size_t size) {
+  return allocate(size);
+}
+void *operator new[](std::size_t size) {
+  return allocate(size);
+}
+void operator delete(void *block) noexcept {
+  std::free(block);
+}
+void operator delete[](void *block) noexcept {
+  std::free(block);
+}
+void operator delete(void *block, std::size_t) noexcept {
+  std::free(block);
+}
+void operator delete[](void *block, std::size_t) noexcept {
+  std::free(block);
+}
+
+#else
+
+extern "C" {
+
+void *__libc_malloc(std::size_t size);
+void *__libc_calloc(std::size_t count, std::size_t size);
+void *__libc_realloc(void *block, std::size_t size);
+
+void *malloc(std::size_t size) noexcept {
+  return mustFail(Memory::kAll) ? nullptr : __libc_malloc(size);
+}
+
+void *calloc(std::size_t count, std::size_t size) noexcept {
+  return mustFail(Memory::kAll) ? nullptr : __libc_calloc(count, size);
+}
+
+void *realloc(void *block, std::size_t size) noexcept {
+  return mustFail(Memory::kAll) ? nullptr : __libc_realloc(block, size);
+}
+}
+
+#endif

@@ -1,0 +1,227 @@
+// A run in which one allocation after the other fails, once or for good, until a run goes through.
+// Built twice, with the scripted solver library and with the default one.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "app/planner.h"
+#include "failing_memory.h"
+#include "mill_run.h"
+
+namespace corvane::faults {
+namespace {
+
+using testing::AnyOf;
+using testing::HasSubstr;
+using testing::Not;
+
+const std::string kOutOfMemory = "Error: Out of memory.\n";
+const std::string kTrailer = "# End of Corvane. import file.\n";
+
+struct Fault {
+  Memory kind;
+  long n;
+  bool onwards;
+};
+
+Fault fault{};
+
+// In the child process.
+int runWithFault() {
+  failAllocation(fault.kind, fault.n, fault.onwards);
+  const int status = runProcess();
+  failAllocation(Memory::kNone, 0, false);
+  return status;
+}
+
+// CORVANE_FULL_SWEEP takes every allocation instead of some.
+long strideOf(long inBrief) {
+  return std::getenv("CORVANE_FULL_SWEEP") != nullptr ? 1 : inBrief;
+}
+
+class MemoryFaults : public testing::Test {
+ protected:
+  MemoryFaults() {
+    unsetenv("ZEM_CVN_PARAM");
+    expectWholeRun(mill_, runWith({Memory::kNone, 0, false}));
+    wholeLog_ = withoutTimes(mill_.log());
+    wholeImport_ = mill_.importFile();
+  }
+
+  Result runWith(const Fault &chosen) {
+    clear();
+    fault = chosen;
+    return runForked(mill_.folder(), 20, runWithFault);
+  }
+
+  void clear() const {
+    remove(mill_.data("corvane.log"));
+    remove(mill_.data("CV.imp"));
+  }
+
+  bool isWhole() const {
+    return withoutTimes(mill_.log()) == wholeLog_ && mill_.importFile() == wholeImport_;
+  }
+
+  // What the run said as it ended, in one line; what it left behind must not look whole.
+  std::string endOf(const Result &result) const {
+    EXPECT_EQ(result.status, 1) << result.out << result.err;
+    const std::string import = mill_.importFile();
+    EXPECT_THAT(mill_.log(), Not(HasSubstr("**** End")));
+    EXPECT_THAT(import, AnyOf(Not(HasSubstr(kTrailer)), wholeImport_));
+    if (!result.err.empty()) {
+      EXPECT_EQ(result.out, "");
+      return result.err;
+    }
+    EXPECT_THAT(mill_.log(), AnyOf("", testing::EndsWith("\n" + result.out)));
+    return result.out;
+  }
+
+  // Words for a file that cannot be opened: the stream library tells no more than that.
+  static bool isUnopenedFile(const std::string &words) {
+    return words.find("Could not open") != std::string::npos;
+  }
+
+  // What the solver says of a failure of its own, and of the arrays that it is given.
+  static bool isSolverFailure(const std::string &words) {
+    return words.starts_with("Error: Could not allocate memory for ") ||
+           words.starts_with("Error: No solution to lp, status : ") ||
+           words == "Error: Could not open cplex.\n" || words == "Error: Could not create LP.\n" ||
+           words == "Error: Could not add columns to LP.\n";
+  }
+
+  // Runs with every stride-th allocation failing; how often a run ended with which words. Runs that
+  // went through in spite of the fault have left everything whole, and count under "".
+  std::map<std::string, int> sweep(bool onwards, long stride) {
+    std::map<std::string, int> ends;
+    int wholeInARow = 0;
+    // No run survives so many faults in a row: they lie behind its end.
+    for (long n = 1; wholeInARow * stride < 60; n += stride) {
+      SCOPED_TRACE("allocation " + std::to_string(n));
+      const Result result = runWith({Memory::kAll, n, onwards});
+      if (result.status == 0) {
+        EXPECT_TRUE(isWhole() && result.out.empty() && result.err.empty());
+        ++wholeInARow;
+        ++ends[""];
+      } else {
+        wholeInARow = 0;
+        ++ends[endOf(result)];
+      }
+      if (HasFailure()) {
+        break;
+      }
+    }
+    return ends;
+  }
+
+  static void expectKnownEnds(const std::map<std::string, int> &ends) {
+    for (const auto &[words, count] : ends) {
+      EXPECT_TRUE(words.empty() || words == kOutOfMemory || isUnopenedFile(words) ||
+                  isSolverFailure(words))
+          << words << count << " times";
+      std::cout << count << " x " << (words.empty() ? "whole\n" : words);
+    }
+    EXPECT_GT(ends.at(kOutOfMemory), 10);
+  }
+
+  static bool HasFailure() { return testing::Test::HasFailure(); }
+
+  MillRun mill_;
+  std::string wholeLog_;
+  std::string wholeImport_;
+};
+
+std::string noMemoryFor(const std::string &what) {
+  std::string words = "Error: Could not allocate memory for ";
+  words += what;
+  words += ".";
+  return words;
+}
+
+TEST_F(MemoryFaults, EveryArrayOfTheLpHasWordsOfItsOwn) {
+  std::vector<std::string> ends;
+  while (true) {
+    const Result result =
+        runWith({Memory::kArrays, static_cast<long>(ends.size()) + 1, ends.size() % 2 == 1});
+    if (result.status == 0) {
+      break;
+    }
+    ASSERT_GT(result.out.size(), 1U) << result.err;
+    ends.push_back(result.out.substr(0, result.out.size() - 1));
+    expectFatal(mill_, result, ends.back());
+    EXPECT_EQ(result.out, ends.back() + "\n");
+    EXPECT_EQ(result.err, "");
+  }
+  EXPECT_TRUE(isWhole());
+  const std::string matrix = noMemoryFor("constraint matrix");
+  const std::string addedMatrix = noMemoryFor("additions to the constraint matrix");
+  const std::vector<std::string> first = {noMemoryFor("objective function coefficients"),
+                                          noMemoryFor("senses"),
+                                          matrix,
+                                          matrix,
+                                          matrix,
+                                          matrix,
+                                          noMemoryFor("lower bounds"),
+                                          noMemoryFor("upper bounds"),
+                                          noMemoryFor("right hand side"),
+                                          noMemoryFor("dual values"),
+                                          noMemoryFor("additional objective function coefficients"),
+                                          addedMatrix,
+                                          addedMatrix,
+                                          addedMatrix,
+                                          noMemoryFor("additions to the lower bounds"),
+                                          noMemoryFor("additions to the upper bounds")};
+  const std::vector<std::string> last = {noMemoryFor("right hand side"), noMemoryFor("x values"),
+                                         noMemoryFor("reduced costs")};
+  ASSERT_GT(ends.size(), first.size() + last.size());
+  EXPECT_TRUE(std::equal(first.begin(), first.end(), ends.begin()));
+  EXPECT_TRUE(std::equal(last.rbegin(), last.rend(), ends.rbegin()));
+  for (const auto *list : {&first, &last}) {
+    for (const std::string &words : *list) {
+      EXPECT_GE(std::count(ends.begin(), ends.end(), words), 2) << words;
+    }
+  }
+  std::cout << ends.size() << " arrays\n";
+}
+
+TEST_F(MemoryFaults, OneFailedAllocationEndsARunOrChangesNothing) {
+  expectKnownEnds(sweep(false, strideOf(CORVANE_SWEEP_STRIDE)));
+}
+
+TEST_F(MemoryFaults, NoMemoryFromSomeAllocationOnEndsTheRun) {
+  expectKnownEnds(sweep(true, strideOf(CORVANE_SWEEP_STRIDE)));
+}
+
+TEST_F(MemoryFaults, OutOfMemoryBeforeMainEndsTheRunLikewise) {
+  Child child{CORVANE_SHORT_OF_MEMORY, mill_.folder()};
+  child.environment = {{"CORVANE_COUNT_ALLOCATIONS", "1"}};
+  const Result counting = runChild(child);
+  ASSERT_EQ(counting.status, 0) << counting.err;
+  const long beforeMain = std::stol(counting.err);
+  EXPECT_GT(beforeMain, 0);
+  for (long n = 1; n <= beforeMain; ++n) {
+    for (const char *onwards : {"", "+"}) {
+      clear();
+      child.environment = {{"CORVANE_FAIL_ALLOCATION", std::to_string(n) + onwards}};
+      SCOPED_TRACE(child.environment.begin()->second);
+      const Result result = runChild(child);
+      // One object of the libraries can do without.
+      if (result.status == 0) {
+        EXPECT_TRUE(isWhole());
+      } else {
+        EXPECT_EQ(endOf(result), kOutOfMemory);
+        EXPECT_FALSE(exists(mill_.data("corvane.log")));
+      }
+    }
+  }
+  std::cout << beforeMain << " allocations before main\n";
+}
+
+}  // namespace
+}  // namespace corvane::faults
