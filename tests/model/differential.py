@@ -172,6 +172,8 @@ def main():
     if arguments.show_kinds:
         for kind, count in sorted(kinds.items(), key=lambda item: -item[1]):
             print("%6d  %s" % (count, kind))
+    if not different and not arguments.keep:
+        os.rmdir(base)
     print("%d mills, %d different, %.0f s%s" % (
         sum(kinds.values()), len(different), time.monotonic() - start,
         ": " + " ".join(map(str, different)) if different else ""))
