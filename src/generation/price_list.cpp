@@ -1,6 +1,7 @@
 #include "generation/price_list.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "core/exchange_sort.h"
 
@@ -14,6 +15,8 @@ void PriceList::rebuild(const std::vector<double> &widths, const double *duals) 
   }
   exchangeSort(entries_,
                [](const PriceEntry &a, const PriceEntry &b) { return b.ratio > a.ratio; });
+  hasUnorderedDuals_ = std::any_of(entries_.begin(), entries_.end(),
+                                   [](const PriceEntry &entry) { return std::isnan(entry.dual); });
   buildFittingTable();
 }
 
@@ -23,6 +26,23 @@ void PriceList::clear() {
 }
 
 int PriceList::bestFitting(double freeWidth) const {
+  return hasUnorderedDuals_ ? scanForBestFitting(freeWidth) : lookUpBestFitting(freeWidth);
+}
+
+int PriceList::scanForBestFitting(double freeWidth) const {
+  double bestDual = 0.0;
+  int best = kNone;
+  for (int index = 0; index < count(); ++index) {
+    const PriceEntry &entry = (*this)[index];
+    if (entry.width <= freeWidth && !(entry.dual < bestDual)) {
+      best = index;
+      bestDual = entry.dual;
+    }
+  }
+  return best;
+}
+
+int PriceList::lookUpBestFitting(double freeWidth) const {
   const auto beyond =
       std::upper_bound(byWidth_.begin(), byWidth_.end(), freeWidth,
                        [](double width, const FittingEntry &entry) { return width < entry.width; });

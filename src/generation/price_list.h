@@ -38,7 +38,11 @@ class PriceList {
   };
 
   void buildFittingTable();
+  int lookUpBestFitting(double freeWidth) const;
+  // The scan itself, for dual values that are not numbers: what it ends with depends on its order.
+  int scanForBestFitting(double freeWidth) const;
 
   std::vector<PriceEntry> entries_;
   std::vector<FittingEntry> byWidth_;  // ascending
+  bool hasUnorderedDuals_ = false;
 };

@@ -41,6 +41,17 @@ TEST(PriceList, HoldsWidthDualAndRatioOfEveryRowBestRatioFirst) {
   EXPECT_EQ(prices[2].ratio, 0.5);
 }
 
+TEST(PriceList, TakesADualThatIsNoNumberAsNotLessThanAnyOther) {
+  const double none = std::numeric_limits<double>::quiet_NaN();
+  const PriceList prices = priceList({60, 40, 20}, {30, none, 15});
+  const std::vector<support::LiteralPrice> literal =
+      support::literalPriceList({60, 40, 20}, {30, none, 15});
+  for (const double freeWidth : {10.0, 20.0, 45.0, 60.0}) {
+    EXPECT_EQ(prices.bestFitting(freeWidth), support::literalBestFitting(literal, freeWidth))
+        << freeWidth;
+  }
+}
+
 TEST(PriceList, GivesAWidthOfZeroTheRatioZero) {
   const PriceList prices = priceList({60, 10, 0}, {30, -5, 7});
   EXPECT_THAT(widthsOf(prices), ElementsAre(60, 0, 10));
