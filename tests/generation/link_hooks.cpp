@@ -20,16 +20,23 @@ bool refuses() {
 // NOLINTBEGIN(bugprone-reserved-identifier)
 extern "C" {
 void *__real_malloc(std::size_t bytes);
+void *__real_calloc(std::size_t count, std::size_t bytes);
 void *__real_realloc(void *block, std::size_t bytes);
 std::time_t __real_time(std::time_t *result);
 
 void *__wrap_malloc(std::size_t bytes);
+void *__wrap_calloc(std::size_t count, std::size_t bytes);
 void *__wrap_realloc(void *block, std::size_t bytes);
 std::time_t __wrap_time(std::time_t *result);
 
-// A compiler may turn the realloc of nothing into a malloc.
+// A compiler may turn the realloc of nothing into a malloc, and that into a calloc where zeros
+// follow.
 void *__wrap_malloc(std::size_t bytes) {
   return refuses() ? nullptr : __real_malloc(bytes);
+}
+
+void *__wrap_calloc(std::size_t count, std::size_t bytes) {
+  return refuses() ? nullptr : __real_calloc(count, bytes);
 }
 
 void *__wrap_realloc(void *block, std::size_t bytes) {

@@ -4,8 +4,8 @@
 
 namespace corvane::support {
 
-// The link of this executable leads malloc, realloc and time, as our own sources call them, through
-// the objects below. One of each at a time.
+// The link of this executable leads malloc, calloc, realloc and time, as our own sources call them,
+// through the objects below. One of each at a time.
 
 // Lets the n-th request for the memory of an array from here on (from 1) be refused.
 class RefusedArray {
