@@ -13,7 +13,7 @@ fs::path pathOf(const std::string &name) {
 }
 
 fs::path resolved(const std::string &name) {
-  const fs::path literal = pathOf(name);
+  fs::path literal = pathOf(name);
   std::error_code error;
   if (fs::exists(literal, error)) {
     return literal;

@@ -58,6 +58,8 @@ template <typename K, typename V, typename Hash>
 class hashDictionary : public hashDictionaryBase {
  public:
   using hashDictionaryBase::hashDictionaryBase;
+  hashDictionary(const hashDictionary &) = delete;
+  hashDictionary &operator=(const hashDictionary &) = delete;
   ~hashDictionary() override { clear(); }
 
   virtual bool keysEqual(const K &a, const K &b) const { return a == b; }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <cstring>
 #include <string>
 
 #include "core/pooled_allocation.h"
@@ -49,6 +50,7 @@ void SkipNode::release(SkipNode *node, int level) {
     return;
   }
   // A pooled node keeps its level where its first forward pointer stood.
-  node->next(0) = reinterpret_cast<SkipNode *>(static_cast<std::uintptr_t>(level));
+  const auto word = static_cast<std::uintptr_t>(level);
+  std::memcpy(static_cast<void *>(node->forward()), &word, sizeof word);
   slotOf(level)->freeFast(node);
 }

@@ -14,7 +14,7 @@ struct SkipNode {
   SkipNode *&next(int level) { return forward()[level]; }
 
   static constexpr std::size_t sizeOf(int level) {
-    return sizeof(SkipNode) + sizeof(SkipNode *) * static_cast<std::size_t>(level);
+    return sizeof(SkipNode) + sizeof(void *) * static_cast<std::size_t>(level);
   }
 
   // A node with these levels (1 to kMaxLevel), all forward pointers null. It comes from the pool of

@@ -13,13 +13,13 @@
 // Stands at the start of a chunk; the blocks follow it. Blocks may be aligned to 4 only, so the
 // link that a free block holds in its first 8 bytes is copied in and out.
 struct ZemMemMgr::Chunk {
-  char *begin;
-  char *end;
-  quint32 used;
-  quint32 capacity;
-  void *freeHead;
-  Chunk *previous;
-  Chunk *next;
+  char *begin = nullptr;
+  char *end = nullptr;
+  quint32 used = 0;
+  quint32 capacity = 0;
+  void *freeHead = nullptr;
+  Chunk *previous = nullptr;
+  Chunk *next = nullptr;
   AddressIndex::iterator indexEntry;
 };
 

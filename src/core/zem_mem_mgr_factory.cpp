@@ -65,6 +65,7 @@ ZemMemMgr *ZemMemMgrFactory::enter(ZemMemMgrKey key, quint32 blockSize, const st
   auto ownedKey = std::make_unique<ZemMemMgrKey>(key);
   auto pool = std::make_unique<ZemMemMgr>(blockSize, name, requestedCount);
   insert(ownedKey.get(), pool.get());
-  ownedKey.release();
-  return pool.release();
+  // The dictionary owns both now.
+  (void)ownedKey.release();
+  return pool.release();  // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
 }

@@ -24,6 +24,8 @@ struct OrbHash {
 class ZemMemMgrFactory : public hashDictionary<ZemMemMgrKey, ZemMemMgr, OrbHash<ZemMemMgrKey>> {
  public:
   explicit ZemMemMgrFactory(bool sharing = true);
+  ZemMemMgrFactory(const ZemMemMgrFactory &) = delete;
+  ZemMemMgrFactory &operator=(const ZemMemMgrFactory &) = delete;
   ~ZemMemMgrFactory() override;
 
   // The registry of the process, made at the first call with sharing on and never destroyed.

@@ -35,6 +35,7 @@ struct DemandTable {
   // Copies would leave the indexes with the original.
   DemandTable(const DemandTable &) = delete;
   DemandTable &operator=(const DemandTable &) = delete;
+  ~DemandTable() = default;
 
   // The entry of the grade, or null.
   const GradeDemand *find(const QString &grade) const { return byGrade.value(grade); }

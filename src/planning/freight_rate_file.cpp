@@ -50,7 +50,7 @@ void readFreightRateFile(PlanningData &data, const QString &fileName, std::ifstr
     endRun(log, "Error: Could not open freight rate file.");
   }
   LineReader reader(file);
-  LineReader::Status status;
+  auto status = LineReader::Status::kEnd;
   do {
     status = reader.next();
     if (status == LineReader::Status::kTooLong) {

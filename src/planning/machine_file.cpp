@@ -98,7 +98,7 @@ void readMachineFile(PlanningData &data, const QString &fileName, std::ifstream 
   }
   LineReader reader(file);
   WidthCollector widths(data.cutterWidths);
-  LineReader::Status status;
+  auto status = LineReader::Status::kEnd;
   do {
     status = reader.next();
     if (status == LineReader::Status::kTooLong) {

@@ -20,6 +20,7 @@ class OrderCollector {
   explicit OrderCollector(PlanningData &data) : data_(data) {}
   OrderCollector(const OrderCollector &) = delete;
   OrderCollector &operator=(const OrderCollector &) = delete;
+  ~OrderCollector() = default;
 
   // Names the texts of the orders.
   TextTable &texts() { return texts_; }

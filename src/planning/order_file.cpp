@@ -100,7 +100,7 @@ void readOrderFile(PlanningData &data, const QString &fileName, std::ifstream &f
   }
   LineReader reader(file);
   OrderCollector orders(data);
-  LineReader::Status status;
+  auto status = LineReader::Status::kEnd;
   do {
     status = reader.next();
     Order order;
