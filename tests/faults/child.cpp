@@ -10,11 +10,13 @@
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 namespace corvane::faults {
@@ -112,6 +114,19 @@ void prepareProcess(const std::filesystem::path &folder, unsigned seconds, int o
   _exit(kNotStarted);
 }
 
+// The process of the child, or 0 in the child itself. Never -1, which would name every process to
+// kill().
+pid_t forkSafely() {
+  // What waits in a buffer would be written by both processes.
+  std::cout.flush();
+  std::fflush(nullptr);
+  const pid_t process = fork();
+  if (process < 0) {
+    throw std::system_error(errno, std::generic_category(), "fork");
+  }
+  return process;
+}
+
 int statusOf(pid_t process) {
   int status = 0;
   waitpid(process, &status, 0);
@@ -129,7 +144,7 @@ Result runWith(const Child &child, WhileRunning whileRunning) {
   }
   environment.push_back(nullptr);
   const int output = openOutput(child, out);
-  const pid_t process = fork();
+  const pid_t process = forkSafely();
   if (process == 0) {
     start(child, output, err.descriptor(), environment.data());
   }
@@ -161,10 +176,7 @@ Result runAndKill(const Child &child, unsigned microseconds) {
 Result runForked(const std::filesystem::path &folder, unsigned seconds, int (*function)()) {
   const Catcher out;
   const Catcher err;
-  // What waits in a buffer would be written by both processes.
-  std::cout.flush();
-  std::fflush(nullptr);
-  const pid_t process = fork();
+  const pid_t process = forkSafely();
   if (process == 0) {
     prepareProcess(folder, seconds, out.descriptor(), err.descriptor());
     std::exit(function());
