@@ -108,6 +108,8 @@ TEST(LeadingNumber, TakesTheNumberInFrontAndIgnoresTheRest) {
   for (const FloatCase &item : cases) {
     EXPECT_EQ(leadingNumber(item.text), item.value) << '"' << item.text << '"';
   }
+  EXPECT_EQ(leadingNumber(std::string(400, '9').c_str()), kInfinity);
+  EXPECT_EQ(leadingNumber((std::string(400, '0') + "7").c_str()), 7);
   EXPECT_TRUE(std::isnan(leadingNumber("nan")));
   EXPECT_TRUE(std::signbit(leadingNumber("-0")));
 }
