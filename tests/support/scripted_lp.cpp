@@ -108,12 +108,10 @@ std::string NameOf(const std::vector<std::unique_ptr<Handle>> &known, const Hand
   if (handle == nullptr) {
     return "null";
   }
-  for (const auto &one : known) {
-    if (one.get() == handle) {
-      return prefix + std::to_string(one->number);
-    }
-  }
-  return "unknown";
+  // From the newest on: it is nearly always that one, and a long run creates thousands.
+  const auto one = std::find_if(known.rbegin(), known.rend(),
+                                [handle](const auto &item) { return item.get() == handle; });
+  return one == known.rend() ? "unknown" : prefix + std::to_string((*one)->number);
 }
 
 std::string NameOf(const cpxenv *env) {
@@ -131,7 +129,7 @@ bool IsOpen(const cpxenv *env) {
 
 bool IsLive(const cpxenv *env, const cpxlp *lp) {
   const auto &all = State().problems;
-  return IsOpen(env) && std::any_of(all.begin(), all.end(), [&](const auto &one) {
+  return IsOpen(env) && std::any_of(all.rbegin(), all.rend(), [&](const auto &one) {
            return one.get() == lp && one->live && one->env == env;
          });
 }
