@@ -31,6 +31,7 @@ struct ModelData {
             const ExportSettings &theSettings);
   ModelData(const ModelData &) = delete;
   ModelData &operator=(const ModelData &) = delete;
+  ~ModelData() = default;
 
   // The first pattern set of the cutter's grade and width (exact equality), or null.
   const PatternCompPattern *patternSetOf(const Cutter &cutter) const;

@@ -11,6 +11,7 @@ struct Pattern {
   explicit Pattern(double initialTrim) : trim(initialTrim) {}
   Pattern(const Pattern &) = delete;
   Pattern &operator=(const Pattern &) = delete;
+  ~Pattern() = default;
 
   static void *operator new(std::size_t size);
   static void operator delete(void *block) noexcept;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 #include "core/skip_list_cursor.h"
 
@@ -67,9 +68,9 @@ int PatternCompRedCost::compare(const Pattern &a, const Pattern &b) const {
   return order != 0 ? order : compareWidthsAndTrim(a, b);
 }
 
-PatternCompPattern::PatternCompPattern(const QString &theGrade, double theDeckleWidth)
+PatternCompPattern::PatternCompPattern(QString theGrade, double theDeckleWidth)
     : deckleWidth(theDeckleWidth),
-      grade(theGrade),
+      grade(std::move(theGrade)),
       patterns(new skipList<Pattern>(this, false, kLevelArgument)) {}
 
 PatternCompPattern::~PatternCompPattern() {

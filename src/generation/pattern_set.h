@@ -30,7 +30,9 @@ class PatternCompRedCost : public Comparison<Pattern> {
 // kPatternTolerance. It owns the set, the patterns in it, and the lists by reduced cost.
 class PatternCompPattern : public Comparison<Pattern> {
  public:
-  PatternCompPattern(const QString &theGrade, double theDeckleWidth);
+  PatternCompPattern(QString theGrade, double theDeckleWidth);
+  PatternCompPattern(const PatternCompPattern &) = delete;
+  PatternCompPattern &operator=(const PatternCompPattern &) = delete;
   ~PatternCompPattern() override;
 
   int compare(const Pattern &a, const Pattern &b) const override;

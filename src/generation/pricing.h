@@ -19,7 +19,7 @@ inline constexpr int kMostWidthsInPattern = 10;
 
 // A pattern in the making.
 struct Candidate {
-  std::array<double, kMostWidthsInPattern> widths;  // in the order of the picks
+  std::array<double, kMostWidthsInPattern> widths{};  // in the order of the picks
   int count = 0;
   double trim = 0;  // the width left, inches
 };
