@@ -5,12 +5,13 @@
 
 #include <sys/stat.h>
 
+#include <QRegularExpression>
+#include <QString>
 #include <csignal>
 #include <ctime>
 #include <filesystem>
 #include <iostream>
 #include <iterator>
-#include <regex>
 #include <thread>
 
 #include "app/process_objects.h"
@@ -97,16 +98,16 @@ TEST_F(Planner, WritesOtherBytesForAnotherSeed) {
 
 TEST_F(Planner, PutsTheTimeIntoTheBannersAndAnEmptyLineAtTheEnd) {
   const std::string log = run();
-  const std::regex form(
+  static const QRegularExpression form(
       R"(^\*\*\*\* Start Corvane\. (\d{4}/\d\d/\d\d \d\d:\d\d:\d\d) \*\*\*\*\nParameters:\n[\s\S]*)"
       R"(\n\*\*\*\* End Corvane\. (\d{4}/\d\d/\d\d \d\d:\d\d:\d\d) \*\*\*\*\n\n$)");
-  std::smatch times;
-  ASSERT_TRUE(std::regex_match(log, times, form)) << log;
+  const QRegularExpressionMatch times = form.match(QString::fromStdString(log));
+  ASSERT_TRUE(times.hasMatch()) << log;
   const std::time_t now = std::time(nullptr);
   char today[40];
   std::strftime(today, sizeof today, "%Y/%m/%d", std::localtime(&now));
-  EXPECT_THAT(times[2].str(), HasSubstr(today));
-  EXPECT_LE(times[1].str(), times[2].str());
+  EXPECT_THAT(times.captured(2).toStdString(), HasSubstr(today));
+  EXPECT_LE(times.captured(1), times.captured(2));
 }
 
 TEST_F(Planner, LogsTheTotalsWithFourDecimalsAndAsAPlainInteger) {

@@ -1,11 +1,12 @@
 #include "architecture/source_rules.h"
 
+#include <QRegularExpression>
+#include <QString>
 #include <algorithm>
 #include <array>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <regex>
 #include <set>
 #include <sstream>
 
@@ -126,7 +127,7 @@ std::string CodeOnly(const std::string &text) {
 }
 
 std::vector<std::string> IncludeComplaints(const std::vector<SourceFile> &files) {
-  static const std::regex kInclude(R"re(^\s*#\s*include\s*(["<])([^">]+)[">])re");
+  static const QRegularExpression kInclude(R"re(^\s*#\s*include\s*(["<])([^">]+)[">])re");
   std::set<std::string> known;
   for (const SourceFile &file : files) {
     known.insert(file.path);
@@ -140,11 +141,12 @@ std::vector<std::string> IncludeComplaints(const std::vector<SourceFile> &files)
     std::istringstream lines(file.text);
     std::string line;
     for (std::size_t number = 1; std::getline(lines, line); ++number) {
-      std::smatch match;
-      if (!std::regex_search(line, match, kInclude)) {
+      const QRegularExpressionMatch match = kInclude.match(QString::fromStdString(line));
+      if (!match.hasMatch()) {
         continue;
       }
-      const std::string target = Resolve(file.path, match[2], match[1] == "\"", known);
+      const std::string target =
+          Resolve(file.path, match.captured(2).toStdString(), match.captured(1) == "\"", known);
       const std::string objection = target.empty() ? "" : Objection(file.path, target);
       if (!objection.empty()) {
         complaints.push_back(Complaint(file, number, objection));
@@ -155,7 +157,8 @@ std::vector<std::string> IncludeComplaints(const std::vector<SourceFile> &files)
 }
 
 std::vector<std::string> ExitComplaints(const std::vector<SourceFile> &files) {
-  static const std::regex kExit(R"re(\b(_exit|_Exit|exit|quick_exit|abort|terminate)\s*\()re");
+  static const QRegularExpression kExit(
+      R"re(\b(_exit|_Exit|exit|quick_exit|abort|terminate)\s*\()re");
   std::vector<std::string> complaints;
   for (const SourceFile &file : files) {
     if (file.path == kFatal) {
@@ -164,11 +167,10 @@ std::vector<std::string> ExitComplaints(const std::vector<SourceFile> &files) {
     std::istringstream lines(CodeOnly(file.text));
     std::string line;
     for (std::size_t number = 1; std::getline(lines, line); ++number) {
-      std::smatch match;
-      if (std::regex_search(line, match, kExit) &&
-          !(file.path == kSelfCheck && match[1] == "abort")) {
-        complaints.push_back(
-            Complaint(file, number, match[1].str() + "() outside " + std::string(kFatal)));
+      const QRegularExpressionMatch match = kExit.match(QString::fromStdString(line));
+      if (match.hasMatch() && !(file.path == kSelfCheck && match.captured(1) == "abort")) {
+        complaints.push_back(Complaint(
+            file, number, match.captured(1).toStdString() + "() outside " + std::string(kFatal)));
       }
     }
   }

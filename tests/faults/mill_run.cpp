@@ -2,9 +2,10 @@
 
 #include <gmock/gmock.h>
 
+#include <QRegularExpression>
+#include <QString>
 #include <fstream>
 #include <iterator>
-#include <regex>
 #include <sstream>
 
 #include "demand_check.h"
@@ -22,8 +23,10 @@ std::string contentOf(const std::filesystem::path &path) {
 }
 
 std::string withoutTimes(const std::string &text) {
-  static const std::regex kTime(R"re(\d{4}/\d\d/\d\d \d\d:\d\d:\d\d \*\*\*\*)re");
-  return std::regex_replace(text, kTime, "YYYY/MM/DD HH:MM:SS ****");
+  static const QRegularExpression kTime(R"re(\d{4}/\d\d/\d\d \d\d:\d\d:\d\d \*\*\*\*)re");
+  QString masked = QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
+  masked.replace(kTime, "YYYY/MM/DD HH:MM:SS ****");
+  return masked.toLatin1().toStdString();
 }
 
 int countLines(const std::string &text, const std::string &line) {
