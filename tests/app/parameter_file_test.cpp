@@ -12,6 +12,7 @@
 namespace corvane {
 namespace {
 
+using namespace std::string_literals;
 using support::StreamCapture;
 using support::TemporaryFolder;
 
@@ -134,6 +135,23 @@ TEST_F(TheParameterFile, IgnoresALastLineWithoutALineBreak) {
   EXPECT_EQ(read("foo=bar"), "");
 }
 
+TEST_F(TheParameterFile, DropsOneCarriageReturnBeforeALineBreakOnly) {
+  EXPECT_EQ(read("occur min=4\r\nlog file=a\rb\r\r\n"), "");
+  EXPECT_EQ(parameters_.occurMin, 4);
+  EXPECT_EQ(parameters_.logFile, "a\rb\r");
+}
+
+TEST_F(TheParameterFile, EndsALineAtANulByte) {
+  EXPECT_EQ(read("occur min=4\0 5\noccur\0 min=6\nlog file=a\0b\n"s), "");
+  EXPECT_EQ(parameters_.occurMin, 4);
+  EXPECT_EQ(parameters_.logFile, "a");
+}
+
+TEST_F(TheParameterFile, KnowsItsFirstKeyBehindAByteOrderMark) {
+  EXPECT_EQ(read("\xEF\xBB\xBFoccur min=4\n"), "");
+  EXPECT_EQ(parameters_.occurMin, 4);
+}
+
 TEST_F(TheParameterFile, SkipsALineThatIsTooLongWithAWarning) {
   std::string longest = "log file=";
   longest.append(1014, 'x');
@@ -144,6 +162,9 @@ TEST_F(TheParameterFile, SkipsALineThatIsTooLongWithAWarning) {
             "Warning: Line 2 of " + name_ + " is too long.\n");
   EXPECT_EQ(parameters_.logFile.size(), 1014);
   EXPECT_EQ(parameters_.occurMin, 3);
+  EXPECT_EQ(read(std::string(1000000, '=') + "\noccur min=4\n"),
+            "Warning: Line 1 of " + name_ + " is too long.\n");
+  EXPECT_EQ(parameters_.occurMin, 4);
 }
 
 }  // namespace

@@ -2,10 +2,12 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <sys/mman.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -170,6 +172,25 @@ Result runAndKill(const Child &child, unsigned microseconds) {
   return runWith(child, [microseconds](pid_t process) {
     usleep(microseconds);
     kill(process, SIGKILL);
+  });
+}
+
+Result runAndCloseReader(const Child &child, const std::filesystem::path &pipe) {
+  EXPECT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  // Both ends at once: a run finds a reader whenever it opens the pipe.
+  const int reader = open(pipe.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC);
+  EXPECT_GE(reader, 0);
+  EXPECT_EQ(fcntl(reader, F_SETPIPE_SZ, static_cast<int>(kPipeBytes)),
+            static_cast<int>(kPipeBytes));
+  return runWith(child, [reader](pid_t process) {
+    const int end = static_cast<int>(syscall(SYS_pidfd_open, process, 0));
+    // The end of the run, which the alarm of the child brings about at the latest, ends the wait
+    // too.
+    std::array<pollfd, 2> events = {{{reader, POLLIN, 0}, {end, POLLIN, 0}}};
+    EXPECT_GT(poll(events.data(), events.size(), -1), 0);
+    EXPECT_NE(events[0].revents & POLLIN, 0) << "nothing was written to the pipe";
+    close(reader);
+    close(end);
   });
 }
 

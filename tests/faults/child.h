@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <map>
 #include <optional>
@@ -38,6 +39,14 @@ Result runChild(const Child &child);
 
 // As runChild, but kills the run after that many microseconds.
 Result runAndKill(const Child &child, unsigned microseconds);
+
+// As runChild, but makes a pipe of that name, reads nothing from it, and closes its reading end as
+// soon as the run has written to it. No open of the pipe waits, and a write waits once a page is
+// full: a run that writes more than that is certain to meet the closed end.
+Result runAndCloseReader(const Child &child, const std::filesystem::path &pipe);
+
+// The most that such a pipe takes.
+inline constexpr std::size_t kPipeBytes = 4096;
 
 // Runs the function in a fork of this process, in the folder, and takes its outcome likewise. The
 // function's value is the exit status.
