@@ -193,14 +193,21 @@ TEST_F(SolverFaults, AProblemThatIsNotFreedEndsTheRun) {
 }
 
 // A load that fails leaves a problem without rows, and the next step that needs them says so.
-TEST_F(SolverFaults, AFailingLoadShowsInWhatFollows) {
-  const Calls calls = goodRun();
-  expectEnd("copylp:1=7", "Error: Could not get dual values from LP : 1200");
-  const int last = calls.counts.at("CPXcopylp");
-  EXPECT_EQ(last, 8);
-  // Of the final selection: x values and reduced costs stay 0, whatever comes of the solve.
-  expectWholeRun(mill_, runWith(scriptEntry("copylp", last, "7")));
-  expectGoodImport(mill_, true);
+TEST_F(SolverFaults, AFailingLoadOfColumnGenerationShowsInTheDualValues) {
+  ASSERT_EQ(goodRun().counts.at("CPXcopylp"), 8);
+  for (const int call : {1, 2, 3, 4}) {
+    expectEnd(scriptEntry("copylp", call, "7"), "Error: Could not get dual values from LP : 1200");
+  }
+}
+
+// x values and reduced costs stay 0 there, whatever comes of the solve.
+TEST_F(SolverFaults, AFailingLoadOfTheFinalSelectionChangesNoOutcome) {
+  ASSERT_EQ(goodRun().counts.at("CPXcopylp"), 8);
+  for (const int call : {5, 6, 7, 8}) {
+    expectWholeRun(mill_, runWith(scriptEntry("copylp", call, "7")));
+    expectGoodImport(mill_, true);
+  }
+  expectNoEndBeyond(8, "copylp");
 }
 
 // The model then holds what `occur min` asks for.
@@ -210,8 +217,8 @@ TEST_F(SolverFaults, MissingValuesOfTheFinalSelectionAreTakenAsZero) {
     const int count = calls.counts.at("CPX" + operation);
     EXPECT_EQ(count, 4) << operation;
     for (const std::string &script :
-         {scriptEntry(operation, 1, "1217"), scriptEntry(operation, count, "1217"),
-          operation + ":1+=1217"}) {
+         {scriptEntry(operation, 1, "1217"), scriptEntry(operation, 2, "1217"),
+          scriptEntry(operation, count, "1217"), operation + ":1+=1217"}) {
       SCOPED_TRACE(script);
       const Result result = runWith(script);
       expectWholeRun(mill_, result);
