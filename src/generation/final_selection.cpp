@@ -84,15 +84,18 @@ void storeSolution(const std::vector<PatternCompPattern *> &gradeSets,
                    const CheckedArray<double> &xValues, const CheckedArray<double> &reducedCosts,
                    std::ostream &log) {
   std::size_t column = 0;
+  std::vector<PricedPattern> priced;
   for (PatternCompPattern *set : gradeSets) {
-    skipList<Pattern> &byRedCost = set->addRedCostSet();
+    priced.clear();
+    priced.reserve(static_cast<std::size_t>(set->patterns->count()));
     forEachElement(*set->patterns, [&](Pattern &pattern) {
       pattern.xValues.append(xValues[column]);
       pattern.reducedCosts.append(reducedCosts[column]);
       pattern.inModel.append(0);
-      byRedCost.insert(&pattern);
+      priced.push_back({reducedCosts[column], static_cast<qint32>(priced.size()), &pattern});
       ++column;
     });
+    set->addRedCostSet(priced);
   }
   requireEqualCounts(xValues.size(), column,
                      "Error: Something wrong with x values and reduced costs.", log);
@@ -131,7 +134,7 @@ void selectPatterns(const QLinkedList<QString> &grades, const QLinkedList<QStrin
       CheckedArray<double> reducedCosts;
       solver.readSolution(xValues, reducedCosts, objectiveValue);
       storeSolution(gradeSets, xValues, reducedCosts, log);
-      solver.free();
+      solver.freeProblem();
     }
   }
   solver.close();

@@ -92,7 +92,7 @@ void LpSolver::addColumns(const LpArrays &columns) {
   columns_ += columns.columns();
 }
 
-void LpSolver::free() {
+void LpSolver::freeProblem() {
   if (CPXfreeprob(env_, &lp_) != 0) {
     endRun(log_, "Error: LP did not unload successfully.");
   }

@@ -38,7 +38,7 @@ class LpSolver {
   void addColumns(const LpArrays &columns);
 
   // Frees the current problem.
-  void free();
+  void freeProblem();
 
  private:
   bool barrier_;

@@ -1,6 +1,8 @@
 #include "generation/pattern_set.h"
 
 #include <algorithm>
+#include <compare>
+#include <iterator>
 #include <memory>
 #include <utility>
 
@@ -47,6 +49,34 @@ void deletePatterns(const skipList<Pattern> &set) {
   forEachElement(set, [](Pattern &pattern) { delete &pattern; });
 }
 
+// The end of the run of patterns, sorted by reduced cost, each of which ties with the one before.
+std::vector<PricedPattern>::iterator endOfTies(std::vector<PricedPattern>::iterator first,
+                                               std::vector<PricedPattern>::iterator end) {
+  auto last = first;
+  while (++first != end && compareWithTolerance(last->reducedCost, first->reducedCost) == 0) {
+    last = first;
+  }
+  return first;
+}
+
+// Sorts in plain memory and appends in order, which reads far fewer patterns than an insertion of
+// each. Ties stand in the order of the set. Where a run of ties is wider than the tolerance there
+// is no order that serves every pair; the list's own insertion decides then.
+void fillRedCostSet(std::vector<PricedPattern> &priced, skipList<Pattern> &set) {
+  std::sort(priced.begin(), priced.end(), [](const PricedPattern &a, const PricedPattern &b) {
+    return std::strong_order(a.reducedCost, b.reducedCost) < 0;
+  });
+  for (auto first = priced.begin(); first != priced.end();) {
+    const auto end = endOfTies(first, priced.end());
+    const bool inOrder = compareWithTolerance(first->reducedCost, std::prev(end)->reducedCost) == 0;
+    std::sort(first, end,
+              [](const PricedPattern &a, const PricedPattern &b) { return a.place < b.place; });
+    for (; first != end; ++first) {
+      inOrder ? set.append(first->pattern) : set.insert(first->pattern);
+    }
+  }
+}
+
 void pruneSet(PatternCompPattern &descriptor) {
   skipList<Pattern> *old = descriptor.patterns;
   auto kept = std::make_unique<skipList<Pattern>>(&descriptor, false, kLevelArgument);
@@ -83,13 +113,13 @@ int PatternCompPattern::compare(const Pattern &a, const Pattern &b) const {
   return compareWidthsAndTrim(a, b);
 }
 
-skipList<Pattern> &PatternCompPattern::addRedCostSet() {
+void PatternCompPattern::addRedCostSet(std::vector<PricedPattern> &priced) {
   auto comparison = std::make_unique<PatternCompRedCost>(static_cast<qint32>(redCostComps.size()));
   auto set = std::make_unique<skipList<Pattern>>(comparison.get(), false, kLevelArgument);
   redCostComps.append(comparison.get());
   (void)comparison.release();
   redCostSets.append(set.get());
-  return *set.release();
+  fillRedCostSet(priced, *set.release());
 }
 
 void PatternCompPattern::dropRedCostSets() {

@@ -24,6 +24,13 @@ class PatternCompRedCost : public Comparison<Pattern> {
   qint32 period;  // the index into reducedCosts
 };
 
+// A pattern with its reduced cost in the period in work.
+struct PricedPattern {
+  double reducedCost;
+  qint32 place;  // in the order of its set
+  Pattern *pattern;
+};
+
 // The set of patterns of one grade and deckle width: its order and its description in one.
 //
 // The order: fewer widths first, then the widths pairwise, then the trim, numbers with
@@ -37,8 +44,9 @@ class PatternCompPattern : public Comparison<Pattern> {
 
   int compare(const Pattern &a, const Pattern &b) const override;
 
-  // Adds the list of the next period by reduced cost, empty.
-  skipList<Pattern> &addRedCostSet();
+  // Adds the list of the next period by reduced cost. `priced` holds the patterns of the set in
+  // its order, each with what it appended to reducedCosts for the period; it is left sorted.
+  void addRedCostSet(std::vector<PricedPattern> &priced);
   // Destroys the lists by reduced cost.
   void dropRedCostSets();
 

@@ -149,7 +149,7 @@ TEST_F(TheLpSolver, AddsColumnsInOneBatchAndReadsTheirValuesToo) {
 TEST_F(TheLpSolver, FreesTheProblemAndClosesTheEnvironment) {
   LpSolver solver(false, log_);
   solve(solver);
-  solver.free();
+  solver.freeProblem();
   solver.close();
   EXPECT_THAT(scripted_lp::calls_of("freeprob"), ElementsAre("CPXfreeprob(env=env1, lp=lp1) -> 0"));
   EXPECT_THAT(scripted_lp::calls_of("close"), ElementsAre("CPXcloseCPLEX(env=env1) -> 0"));
@@ -264,7 +264,7 @@ TEST_F(TheLpSolver, EndsTheRunWhenColumnsAreNotAdded) {
 TEST_F(TheLpSolver, EndsTheRunWhenTheProblemIsNotFreed) {
   const auto free = [this](LpSolver &solver) {
     solve(solver);
-    solver.free();
+    solver.freeProblem();
   };
   expectFatal("freeprob:1=1", free, "Error: LP did not unload successfully.");
 }

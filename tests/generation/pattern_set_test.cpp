@@ -3,6 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <limits>
+#include <vector>
+
 #include "core/skip_list_cursor.h"
 #include "support/pattern_set_dump.h"
 
@@ -152,9 +155,8 @@ TEST(PatternCompRedCost, IsHeldWithItsSetForEachPeriodInTurn) {
   cheap->reducedCosts = {-1, 5};
   dear->reducedCosts = {0, 0};
   for (int period = 0; period < 2; ++period) {
-    skipList<Pattern> &byCost = set.addRedCostSet();
-    byCost.insert(cheap);
-    byCost.insert(dear);
+    std::vector<PricedPattern> priced = {{0.0, 0, dear}, {period == 0 ? -1.0 : 5.0, 1, cheap}};
+    set.addRedCostSet(priced);
   }
   ASSERT_EQ(set.redCostComps.size(), 2);
   EXPECT_EQ(set.redCostComps.first()->period, 0);
@@ -210,6 +212,38 @@ TEST(Pruning, MakesANewSetOfTheSameOrder) {
   EXPECT_EQ(addPattern(set, {45, 45}), nullptr);
 }
 
+// The tested list against one that every pattern was inserted into, in the order of its set.
+TEST(PatternCompRedCost, ListEqualsInsertionOneByOne) {
+  constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
+  const std::vector<std::vector<double>> runs = {
+      {},
+      {0.5},
+      {3, -2, 0, 5, -7, 1, 4, 2},
+      {0, 0, 0, 0, -0.0, 0},
+      {1e-9, -1e-9, 0, 4e-9, -4e-9, 12, -12, 2e-9},
+      {0, 0.9e-8, 1.8e-8, 2.7e-8, 3.6e-8, -1, 0.5e-8},
+      {3.6e-8, 2.7e-8, 1.8e-8, 0.9e-8, 0, 1, 1, -1},
+      {kNoNumber, kNoNumber, kNoNumber},
+  };
+  for (const std::vector<double> &costs : runs) {
+    PatternCompPattern set("Fine", kDeckle);
+    for (std::size_t i = 0; i < costs.size(); ++i) {
+      addPattern(set, {10.0 + static_cast<double>(i)});
+    }
+    std::vector<PricedPattern> priced;
+    PatternCompRedCost order(0);
+    skipList<Pattern> expected(&order, false, 3);
+    forEachElement(*set.patterns, [&](Pattern &pattern) {
+      const double cost = costs[priced.size()];
+      pattern.reducedCosts.append(cost);
+      priced.push_back({cost, static_cast<qint32>(priced.size()), &pattern});
+      expected.insert(&pattern);
+    });
+    set.addRedCostSet(priced);
+    EXPECT_EQ(dump(*set.redCostSets.first()), dump(expected));
+  }
+}
+
 TEST(Pruning, CoversEverySetAndEmptyOnesToo) {
   PatternSets sets;
   PatternCompPattern &fine = sets.add("Fine", kDeckle);
@@ -225,7 +259,8 @@ TEST(Pruning, DropsTheListsByReducedCost) {
   PatternSets sets;
   PatternCompPattern &set = sets.add("Fine", kDeckle);
   addPattern(set, {90});
-  set.addRedCostSet();
+  std::vector<PricedPattern> none;
+  set.addRedCostSet(none);
   prunePatterns(sets);
   EXPECT_TRUE(set.redCostSets.isEmpty());
   EXPECT_TRUE(set.redCostComps.isEmpty());
