@@ -13,6 +13,7 @@
 #include <string>
 
 #include "solver/environment.h"
+#include "solver/heap.h"
 #include "solver/solution_check.h"
 
 namespace {
@@ -118,6 +119,7 @@ extern "C" {
 CPXENVptr CPXopenCPLEXruntime(int *status, int /*serial*/, const char * /*licence*/) {
   CPXENVptr env = nullptr;
   setStatus(status, guarded([&]() -> int {
+              corvane::lp::keepFreedMemory();
               env = new cpxenv(Settings::fromProcessEnvironment());
               return kSuccess;
             }));

@@ -136,6 +136,9 @@ Status Sifting::optimise(Method first) {
   if (!working_->scalesStillFit()) {
     rebuild(std::vector<int>(working_->columns()));
   }
+  if (first == Method::kPrimal) {
+    working_->expectDenseBases();
+  }
   Status status = sift(first);
   if (status == Status::kOptimal && !objectivesAgree()) {
     status = sift(Method::kPrimal);

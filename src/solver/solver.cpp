@@ -9,8 +9,10 @@ namespace corvane::lp {
 
 namespace {
 
-// With few rows and small batches CLP is quicker than the choice of what to give it.
+// With few rows and small batches CLP is quicker than the choice of what to give it; with fewer
+// still, than the choice of what to take from it.
 constexpr int kSmallRows = 64;
+constexpr int kSmallestRows = 40;
 constexpr int kSmallBatch = 100;
 
 // Up to this many columns a row, a dual simplex on all of them is quicker than sifting from a
@@ -36,8 +38,11 @@ void Solver::startSifting(const LinearProgram &lp, const KnownMatrix &known) {
 }
 
 void Solver::takeInNewColumns(const LinearProgram &lp) {
-  sifting_->dropSurplus(duals_);
-  if (lp.rows() < kSmallRows && lp.columns() - seenColumns_ <= kSmallBatch) {
+  const bool smallBatch = lp.columns() - seenColumns_ <= kSmallBatch;
+  if (!smallBatch || lp.rows() >= kSmallestRows) {
+    sifting_->dropSurplus(duals_);
+  }
+  if (smallBatch && lp.rows() < kSmallRows) {
     sifting_->takeInFrom(seenColumns_);
   } else {
     sifting_->moveInViolated(duals_);

@@ -1,5 +1,6 @@
 #include "solver/working_lp.h"
 
+#include <ClpFactorization.hpp>
 #include <ClpSimplex.hpp>
 #include <CoinMessageHandler.hpp>
 #include <algorithm>
@@ -14,6 +15,11 @@ namespace {
 
 // A value of this size or less is 0 to the caller, who takes every activity above 0 for use.
 constexpr double kZeroActivity = 1e-9;
+
+// From this many rows on, CLP's own factorisation updates sparse vectors in a way that costs its
+// primal simplex more than it saves on bases as dense as these; its other one does not.
+constexpr int kManyRows = 350;
+constexpr int kOslFactorization = 3;
 
 // Swallows what CLP would say, whatever its level.
 class Silence : public CoinMessageHandler {
@@ -156,6 +162,12 @@ Status WorkingLp::primal() {
 
 Status WorkingLp::dual() {
   return run(true);
+}
+
+void WorkingLp::expectDenseBases() {
+  if (lp_.rows() >= kManyRows) {
+    guarded([&] { clp_->factorization()->forceOtherFactorization(kOslFactorization); });
+  }
 }
 
 Status WorkingLp::barrier() {

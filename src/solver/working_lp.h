@@ -39,6 +39,10 @@ class WorkingLp {
   Status primal();
   Status dual();
 
+  // To be called before solves that go on from an optimum, whose bases hold many columns and few
+  // slacks: with many rows, they are quicker then. The basis stays.
+  void expectDenseBases();
+
   // Barrier, crossover, and a clean-up that ends at a vertex; see barrier.h. For covering programs.
   Status barrier();
 

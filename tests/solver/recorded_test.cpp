@@ -143,7 +143,8 @@ INSTANTIATE_TEST_SUITE_P(
                   .patternsPerIteration = 500,
                   .deckleInches = 200.0,
                   .seed = 6},
-        MillShape{.widths = 110, .periods = 2, .patternsPerIteration = 60, .seed = 7}),
+        MillShape{.widths = 110, .periods = 2, .patternsPerIteration = 60, .seed = 7},
+        MillShape{.widths = 360, .patternsPerIteration = 300, .attempts = 3, .seed = 9}),
     nameOf);
 
 // Everything that a caller can read from a run, bit for bit.
@@ -189,8 +190,7 @@ std::vector<std::vector<char>> stirHeap() {
   return kept;
 }
 
-TEST(RecordedTwice, TheSameCallsGiveTheSameBits) {
-  const MillShape shape{.widths = 50, .deckles = 2, .periods = 2, .seed = 8};
+void expectTheSameBitsTwice(const MillShape &shape) {
   const MillRecord record = CuttingStock(shape).run();
   for (const bool barrier : {false, true}) {
     const std::vector<double> first = allNumbers(record, barrier);
@@ -198,6 +198,14 @@ TEST(RecordedTwice, TheSameCallsGiveTheSameBits) {
     EXPECT_EQ(allNumbers(record, barrier), first);
     EXPECT_GT(blocks.size(), 0U);
   }
+}
+
+TEST(RecordedTwice, TheSameCallsGiveTheSameBits) {
+  expectTheSameBitsTwice({.widths = 50, .deckles = 2, .periods = 2, .seed = 8});
+}
+
+TEST(RecordedTwice, WithManyRowsToo) {
+  expectTheSameBitsTwice({.widths = 360, .patternsPerIteration = 300, .attempts = 3, .seed = 9});
 }
 
 // A final LP remembers the one before it: that must not show in what is optimal.
