@@ -64,7 +64,7 @@ std::vector<PricedPattern>::iterator endOfTies(std::vector<PricedPattern>::itera
 // is no order that serves every pair; the list's own insertion decides then.
 void fillRedCostSet(std::vector<PricedPattern> &priced, skipList<Pattern> &set) {
   std::sort(priced.begin(), priced.end(), [](const PricedPattern &a, const PricedPattern &b) {
-    return std::strong_order(a.reducedCost, b.reducedCost) < 0;
+    return std::is_lt(std::strong_order(a.reducedCost, b.reducedCost));
   });
   for (auto first = priced.begin(); first != priced.end();) {
     const auto end = endOfTies(first, priced.end());
