@@ -8,9 +8,8 @@
 #
 # Takes some minutes. Exit status 1 when anything differs.
 set -euo pipefail
-cd "$(dirname "${BASH_SOURCE[0]}")/.."
-source=$PWD
-work=${1:-build/reproducible}
+source=$(realpath "$(dirname "${BASH_SOURCE[0]}")/..")
+work=${1:-$source/build/reproducible}
 mkdir -p "$work"
 work=$(realpath "$work")
 samples=(small three_mills)
@@ -53,8 +52,16 @@ done
 locales=(LC_ALL=C LC_ALL=C.UTF-8 LC_ALL=POSIX LC_ALL=nowhere)
 mkdir -p "$work/locales"
 if localedef -i de_DE -f UTF-8 "$work/locales/de_DE.UTF-8" 2>/dev/null; then
-  locales+=("LOCPATH=$work/locales LC_ALL=de_DE.UTF-8")
-  echo "decimal comma in use: $(LOCPATH=$work/locales LC_ALL=de_DE.UTF-8 printf '%.1f' 0,5)"
+  decimal_comma="LOCPATH=$work/locales LC_ALL=de_DE.UTF-8"
+  locales+=("$decimal_comma")
+  read -ra variables <<<"$decimal_comma"
+  # A process of its own: the shell has read its locale already.
+  if [ "$(env "${variables[@]}" locale decimal_point)" = , ]; then
+    echo "a decimal comma is in use"
+  else
+    echo "NO decimal comma in the locale made for it"
+    failures=$((failures + 1))
+  fi
 else
   echo "no decimal comma: de_DE cannot be made here (package locales)"
 fi

@@ -5,8 +5,9 @@
 #
 #   tools/valgrind.sh [BUILD]       the build folder, by default build/release
 set -euo pipefail
-cd "$(dirname "${BASH_SOURCE[0]}")/.."
-build=$(realpath "${1:-build/release}")
+source=$(realpath "$(dirname "${BASH_SOURCE[0]}")/..")
+build=$(realpath "${1:-$source/build/release}")
+cd "$source"
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 failures=0
