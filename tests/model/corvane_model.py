@@ -1031,7 +1031,7 @@ class Generation:
     def best_fitting(self, free_width):
         best, choice = 0.0, None
         for price in self.prices:
-            if not price.width > free_width and price.dual >= best:
+            if not price.width > free_width and not price.dual < best:
                 best, choice = price.dual, price
         return choice
 
