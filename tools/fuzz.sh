@@ -57,8 +57,8 @@ for target in "${targets[@]}"; do
     "-artifact_prefix=$found.finding-" -print_final_stats=1 "$found" "$corpus/$target" \
     >"$log" 2>&1 || true
   executions=$(sed -nE 's/^stat::number_of_executed_units: *([0-9]+)$/\1/p' "$log")
-  coverage=$(grep -aoE 'cov: [0-9]+ ft: [0-9]+' "$log" | tail -n 1)
-  inputs=$(find "$found.finding-"* -type f 2>/dev/null | wc -l)
+  coverage=$(grep -aoE 'cov: [0-9]+ ft: [0-9]+' "$log" | tail -n 1 || true)
+  inputs=$(find "$build/found" -maxdepth 1 -name "$target.finding-*" | wc -l)
   findings=$((findings + inputs))
   echo "$target: ${executions:-0} executions, ${coverage:-no coverage}, $inputs findings"
 done
