@@ -81,8 +81,8 @@ void setRightHandSides(const PeriodDemand *demand, const std::vector<double> &ro
 
 // Hands every pattern its part of the solution of one period.
 void storeSolution(const std::vector<PatternCompPattern *> &gradeSets,
-                   const CheckedArray<double> &xValues, const CheckedArray<double> &reducedCosts,
-                   std::ostream &log) {
+                   const std::vector<double> &rowWidths, const CheckedArray<double> &xValues,
+                   const CheckedArray<double> &reducedCosts, std::ostream &log) {
   std::size_t column = 0;
   std::vector<PricedPattern> priced;
   for (PatternCompPattern *set : gradeSets) {
@@ -95,7 +95,7 @@ void storeSolution(const std::vector<PatternCompPattern *> &gradeSets,
       priced.push_back({reducedCosts[column], static_cast<qint32>(priced.size()), &pattern});
       ++column;
     });
-    set->addRedCostSet(priced);
+    set->addRedCostSet(priced, ordersTotally(rowWidths, set->deckleWidth));
   }
   requireEqualCounts(xValues.size(), column,
                      "Error: Something wrong with x values and reduced costs.", log);
@@ -133,7 +133,7 @@ void selectPatterns(const QLinkedList<QString> &grades, const QLinkedList<QStrin
       CheckedArray<double> xValues;
       CheckedArray<double> reducedCosts;
       solver.readSolution(xValues, reducedCosts, objectiveValue);
-      storeSolution(gradeSets, xValues, reducedCosts, log);
+      storeSolution(gradeSets, rowWidths, xValues, reducedCosts, log);
       solver.freeProblem();
     }
   }

@@ -1,6 +1,7 @@
 #include "generation/pattern_set.h"
 
 #include <algorithm>
+#include <cmath>
 #include <compare>
 #include <iterator>
 #include <memory>
@@ -59,21 +60,41 @@ std::vector<PricedPattern>::iterator endOfTies(std::vector<PricedPattern>::itera
   return first;
 }
 
-// Sorts in plain memory and appends in order, which reads far fewer patterns than an insertion of
-// each. Ties stand in the order of the set. Where a run of ties is wider than the tolerance there
-// is no order that serves every pair; the list's own insertion decides then.
-void fillRedCostSet(std::vector<PricedPattern> &priced, skipList<Pattern> &set) {
+// Adds the ties [first, end), which order after all patterns of the list but, unless `isBehind`,
+// for reduced costs that are no numbers. Ties stand in the order of their pattern set. Where they
+// span more than the tolerance there is no order that serves every pair; the list's own insertion
+// decides then.
+void appendTies(std::vector<PricedPattern>::iterator first,
+                std::vector<PricedPattern>::iterator end, bool isBehind, bool isTotallyOrdered,
+                skipList<Pattern> &list) {
+  const bool inOrder = compareWithTolerance(first->reducedCost, std::prev(end)->reducedCost) == 0;
+  std::sort(first, end,
+            [](const PricedPattern &a, const PricedPattern &b) { return a.place < b.place; });
+  for (bool isFirst = true; first != end; ++first, isFirst = false) {
+    if (!inOrder) {
+      list.insert(first->pattern);
+    } else if (isBehind && (isFirst || isTotallyOrdered)) {
+      list.appendSorted(first->pattern);
+    } else {
+      list.append(first->pattern);
+    }
+  }
+}
+
+// Sorts in plain memory and appends in order, which reads next to no pattern, where an insertion
+// of each would read many.
+void fillRedCostSet(std::vector<PricedPattern> &priced, bool isTotallyOrdered,
+                    skipList<Pattern> &list) {
   std::sort(priced.begin(), priced.end(), [](const PricedPattern &a, const PricedPattern &b) {
     return std::is_lt(std::strong_order(a.reducedCost, b.reducedCost));
   });
+  // What is no number stands at an end.
+  const bool areNumbers = !priced.empty() && !std::isnan(priced.front().reducedCost) &&
+                          !std::isnan(priced.back().reducedCost);
   for (auto first = priced.begin(); first != priced.end();) {
     const auto end = endOfTies(first, priced.end());
-    const bool inOrder = compareWithTolerance(first->reducedCost, std::prev(end)->reducedCost) == 0;
-    std::sort(first, end,
-              [](const PricedPattern &a, const PricedPattern &b) { return a.place < b.place; });
-    for (; first != end; ++first) {
-      inOrder ? set.append(first->pattern) : set.insert(first->pattern);
-    }
+    appendTies(first, end, areNumbers, isTotallyOrdered, list);
+    first = end;
   }
 }
 
@@ -113,13 +134,13 @@ int PatternCompPattern::compare(const Pattern &a, const Pattern &b) const {
   return compareWidthsAndTrim(a, b);
 }
 
-void PatternCompPattern::addRedCostSet(std::vector<PricedPattern> &priced) {
+void PatternCompPattern::addRedCostSet(std::vector<PricedPattern> &priced, bool isTotallyOrdered) {
   auto comparison = std::make_unique<PatternCompRedCost>(static_cast<qint32>(redCostComps.size()));
   auto set = std::make_unique<skipList<Pattern>>(comparison.get(), false, kLevelArgument);
   redCostComps.append(comparison.get());
   (void)comparison.release();
   redCostSets.append(set.get());
-  fillRedCostSet(priced, *set.release());
+  fillRedCostSet(priced, isTotallyOrdered, *set.release());
 }
 
 void PatternCompPattern::dropRedCostSets() {
@@ -129,6 +150,17 @@ void PatternCompPattern::dropRedCostSets() {
   while (!redCostComps.isEmpty()) {
     delete redCostComps.takeFirst();
   }
+}
+
+// Widths further apart than the tolerance compare as they are. The trims of patterns of the same
+// widths differ by no more than the rounding of one subtraction a width, in any order of these.
+bool ordersTotally(const std::vector<double> &widths, double deckleWidth) {
+  constexpr double kRoundsWithinTolerance = 1e6;
+  const bool standApart =
+      std::adjacent_find(widths.begin(), widths.end(), [](double wider, double narrower) {
+        return compareWithTolerance(wider, narrower) == 0;
+      }) == widths.end();
+  return standApart && std::fabs(deckleWidth) <= kRoundsWithinTolerance;
 }
 
 PatternSets::~PatternSets() {

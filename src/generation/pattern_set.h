@@ -46,7 +46,8 @@ class PatternCompPattern : public Comparison<Pattern> {
 
   // Adds the list of the next period by reduced cost. `priced` holds the patterns of the set in
   // its order, each with what it appended to reducedCosts for the period; it is left sorted.
-  void addRedCostSet(std::vector<PricedPattern> &priced);
+  // `isTotallyOrdered` vouches that ordersTotally() holds for the set.
+  void addRedCostSet(std::vector<PricedPattern> &priced, bool isTotallyOrdered);
   // Destroys the lists by reduced cost.
   void dropRedCostSets();
 
@@ -57,6 +58,12 @@ class PatternCompPattern : public Comparison<Pattern> {
   QString grade;
   skipList<Pattern> *patterns;
 };
+
+// True when the order of patterns of this deckle width is a total one, in spite of its tolerance:
+// patterns that compare equal have the very same widths, and what comes before a pattern's
+// predecessor comes before the pattern. `widths` are all that the patterns may hold, distinct and
+// descending.
+bool ordersTotally(const std::vector<double> &widths, double deckleWidth);
 
 // All pattern sets of a run, and its counts.
 struct PatternSets {

@@ -156,7 +156,7 @@ TEST(PatternCompRedCost, IsHeldWithItsSetForEachPeriodInTurn) {
   dear->reducedCosts = {0, 0};
   for (int period = 0; period < 2; ++period) {
     std::vector<PricedPattern> priced = {{0.0, 0, dear}, {period == 0 ? -1.0 : 5.0, 1, cheap}};
-    set.addRedCostSet(priced);
+    set.addRedCostSet(priced, true);
   }
   ASSERT_EQ(set.redCostComps.size(), 2);
   EXPECT_EQ(set.redCostComps.first()->period, 0);
@@ -212,9 +212,25 @@ TEST(Pruning, MakesANewSetOfTheSameOrder) {
   EXPECT_EQ(addPattern(set, {45, 45}), nullptr);
 }
 
+constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
+
 // The tested list against one that every pattern was inserted into, in the order of its set.
+void expectListOfInsertions(PatternCompPattern &set, const std::vector<double> &costs,
+                            bool isTotallyOrdered) {
+  std::vector<PricedPattern> priced;
+  PatternCompRedCost order(0);
+  skipList<Pattern> expected(&order, false, 3);
+  forEachElement(*set.patterns, [&](Pattern &pattern) {
+    const double cost = costs[priced.size()];
+    pattern.reducedCosts.append(cost);
+    priced.push_back({cost, static_cast<qint32>(priced.size()), &pattern});
+    expected.insert(&pattern);
+  });
+  set.addRedCostSet(priced, isTotallyOrdered);
+  EXPECT_EQ(dump(*set.redCostSets.first()), dump(expected));
+}
+
 TEST(PatternCompRedCost, ListEqualsInsertionOneByOne) {
-  constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
   const std::vector<std::vector<double>> runs = {
       {},
       {0.5},
@@ -226,22 +242,45 @@ TEST(PatternCompRedCost, ListEqualsInsertionOneByOne) {
       {kNoNumber, kNoNumber, kNoNumber},
   };
   for (const std::vector<double> &costs : runs) {
-    PatternCompPattern set("Fine", kDeckle);
-    for (std::size_t i = 0; i < costs.size(); ++i) {
-      addPattern(set, {10.0 + static_cast<double>(i)});
+    for (const bool isTotallyOrdered : {false, true}) {
+      PatternCompPattern set("Fine", kDeckle);
+      for (std::size_t i = 0; i < costs.size(); ++i) {
+        addPattern(set, {10.0 + static_cast<double>(i)});
+      }
+      expectListOfInsertions(set, costs, isTotallyOrdered);
     }
-    std::vector<PricedPattern> priced;
-    PatternCompRedCost order(0);
-    skipList<Pattern> expected(&order, false, 3);
-    forEachElement(*set.patterns, [&](Pattern &pattern) {
-      const double cost = costs[priced.size()];
-      pattern.reducedCosts.append(cost);
-      priced.push_back({cost, static_cast<qint32>(priced.size()), &pattern});
-      expected.insert(&pattern);
-    });
-    set.addRedCostSet(priced);
-    EXPECT_EQ(dump(*set.redCostSets.first()), dump(expected));
   }
+}
+
+// The second pattern stands before the third by its first width, the first before the second by
+// its second width, and the third before the first: what the list holds depends on who meets.
+TEST(PatternCompRedCost, ListEqualsInsertionOneByOneWhereTheToleranceMakesACircle) {
+  const double narrow = 10;
+  const double between = 10 + 0.8e-8;
+  const double wide = 10 + 1.6e-8;
+  ASSERT_FALSE(ordersTotally({wide, between, narrow, 7, 6, 5}, kDeckle));
+  PatternCompPattern set("Fine", kDeckle);
+  Pattern *second = addPattern(set, {narrow, 7});
+  Pattern *third = addPattern(set, {wide, 5});
+  Pattern *first = addPattern(set, {between, 6});
+  std::vector<Pattern *> order;
+  forEachElement(*set.patterns, [&](Pattern &pattern) { order.push_back(&pattern); });
+  ASSERT_THAT(order, testing::ElementsAre(first, second, third));
+  expectListOfInsertions(set, {0, 5, 0}, false);
+}
+
+TEST(PatternOrder, IsTotalForWidthsFurtherApartThanTheTolerance) {
+  EXPECT_TRUE(ordersTotally({30, 20, 10}, kDeckle));
+  EXPECT_TRUE(ordersTotally({10}, kDeckle));
+  EXPECT_TRUE(ordersTotally({}, kDeckle));
+  EXPECT_TRUE(ordersTotally({10 + 2e-8, 10}, kDeckle));
+  EXPECT_FALSE(ordersTotally({10 + 0.5e-8, 10}, kDeckle));
+  EXPECT_FALSE(ordersTotally({30, 10 + 0.5e-8, 10}, kDeckle));
+}
+
+TEST(PatternOrder, IsNotTotalWhereTrimsRoundBeyondTheTolerance) {
+  EXPECT_TRUE(ordersTotally({30, 20}, 1e6));
+  EXPECT_FALSE(ordersTotally({30, 20}, 1.1e6));
 }
 
 TEST(Pruning, CoversEverySetAndEmptyOnesToo) {
@@ -260,7 +299,7 @@ TEST(Pruning, DropsTheListsByReducedCost) {
   PatternCompPattern &set = sets.add("Fine", kDeckle);
   addPattern(set, {90});
   std::vector<PricedPattern> none;
-  set.addRedCostSet(none);
+  set.addRedCostSet(none, true);
   prunePatterns(sets);
   EXPECT_TRUE(set.redCostSets.isEmpty());
   EXPECT_TRUE(set.redCostComps.isEmpty());
