@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 // One row of the master LP as pricing sees it.
@@ -7,6 +8,12 @@ struct PriceEntry {
   double width;  // inches
   double dual;   // the row's dual value
   double ratio;  // dual per inch, or 0 for a width of 0
+};
+
+// A row of the master LP with the ratio that ranks it.
+struct RankedRow {
+  double ratio;
+  std::size_t row;
 };
 
 // The widths of one master LP by their worth per inch, best first, rebuilt after every solve.
@@ -37,7 +44,7 @@ class PriceList {
     int best;  // the answer for all widths up to this one
   };
 
-  void buildFittingTable();
+  void buildFittingTable(const std::vector<RankedRow> &ranking);
   int lookUpBestFitting(double freeWidth) const;
   // The scan itself, for dual values that are not numbers: what it ends with depends on its order.
   int scanForBestFitting(double freeWidth) const;

@@ -47,12 +47,14 @@ bool priceCandidate(double deckleWidth, const PriceList &prices, const PricingLi
   if (deckleWidth < 0) {
     return true;
   }
-  for (int attempt = 0; attempt < limits.attempts; ++attempt) {
-    if (!improvesNothing(fillCandidate(deckleWidth, prices, limits.widths, random, candidate))) {
-      return true;
-    }
+  // Nobody else sees this one, so the compiler may keep it in registers.
+  PatternRandom local = random;
+  bool found = false;
+  for (int attempt = 0; attempt < limits.attempts && !found; ++attempt) {
+    found = !improvesNothing(fillCandidate(deckleWidth, prices, limits.widths, local, candidate));
   }
-  return false;
+  random = local;
+  return found;
 }
 
 void setPickRange(int widthCount, double percentage, PatternRandom &random) {

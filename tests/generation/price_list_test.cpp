@@ -169,5 +169,23 @@ TEST_F(RandomPriceLists, StandInTheOrderOfTheExchangeSortAndFitAsAScanDoes) {
   }
 }
 
+// As they stand in a run: rows from the widest to the narrowest, hardly a tie, a few at the most.
+TEST_F(RandomPriceLists, OfDescendingWidthsStandInTheOrderOfTheExchangeSortAndFitAsAScanDoes) {
+  for (int round = 0; round < 500; ++round) {
+    const std::size_t count = random_() % 200;
+    widths_.clear();
+    duals_.clear();
+    for (std::size_t at = 0; at < count; ++at) {
+      widths_.push_back(static_cast<double>(count - at) / 4);
+      duals_.push_back(static_cast<double>(random_() % 1000000) * widths_.back());
+    }
+    if (round % 2 == 0 && count > 2) {
+      duals_[random_() % count] = 0;
+      duals_[random_() % count] = 0;
+    }
+    ASSERT_NO_FATAL_FAILURE(expectAgreement()) << "round " << round;
+  }
+}
+
 }  // namespace
 }  // namespace corvane
