@@ -3,6 +3,7 @@
 #include <ctime>
 #include <iostream>
 #include <memory>
+#include <utility>
 
 #include "core/messages.h"
 #include "core/numbers.h"
@@ -15,14 +16,37 @@
 
 namespace {
 
-std::unique_ptr<Pattern> patternOf(const Candidate &candidate) {
-  auto pattern = std::make_unique<Pattern>(candidate.trim);
-  for (int pick = 0; pick < candidate.count; ++pick) {
-    pattern->widths.append(candidate.widths[static_cast<std::size_t>(pick)]);
+// Makes patterns of candidates. Most turn out to be in their set already; such a pattern becomes
+// the next candidate's, which then takes no memory.
+class PatternMaker {
+ public:
+  std::unique_ptr<Pattern> make(const Candidate &candidate) {
+    auto pattern = spare_ ? std::move(spare_) : std::make_unique<Pattern>(candidate.trim);
+    pattern->trim = candidate.trim;
+    setWidths(candidate, pattern->widths);
+    sortWidthsDescending(*pattern);
+    return pattern;
   }
-  sortWidthsDescending(*pattern);
-  return pattern;
-}
+
+  // Takes back a pattern that no set holds.
+  void recycle(std::unique_ptr<Pattern> pattern) { spare_ = std::move(pattern); }
+
+ private:
+  static void setWidths(const Candidate &candidate, QLinkedList<double> &widths) {
+    while (widths.size() > candidate.count) {
+      widths.removeLast();
+    }
+    int pick = 0;
+    for (double &width : widths) {
+      width = candidate.widths[static_cast<std::size_t>(pick++)];
+    }
+    while (pick < candidate.count) {
+      widths.append(candidate.widths[static_cast<std::size_t>(pick++)]);
+    }
+  }
+
+  std::unique_ptr<Pattern> spare_;
+};
 
 // Whole seconds of the clock since construction, against a limit. A negative limit never runs out.
 class TimeLimit {
@@ -118,9 +142,10 @@ class GradeGenerator {
 
   // False when the set holds an equal pattern.
   bool keepPattern(PatternCompPattern &set, const Candidate &candidate) {
-    std::unique_ptr<Pattern> pattern = patternOf(candidate);
+    std::unique_ptr<Pattern> pattern = maker_.make(candidate);
     if (set.patterns->insert(pattern.get()) != skipList<Pattern>::kStored) {
       ++context_.sets.duplicates;
+      maker_.recycle(std::move(pattern));
       return false;
     }
     ++context_.sets.totalPatterns;
@@ -150,6 +175,7 @@ class GradeGenerator {
   PricingLimits limits_;
   LpSolver solver_;
   PendingColumns pending_;
+  PatternMaker maker_;
   PriceList prices_;
   const PeriodDemand *lastDemand_ = nullptr;
   std::vector<double> widths_;
