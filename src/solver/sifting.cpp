@@ -137,7 +137,7 @@ Status Sifting::optimise(Method first) {
     rebuild(std::vector<int>(working_->columns()));
   }
   if (first == Method::kPrimal) {
-    working_->expectDenseBases();
+    working_->expectWarmStarts();
   }
   Status status = sift(first);
   if (status == Status::kOptimal && !objectivesAgree()) {

@@ -1,6 +1,7 @@
 #include "solver/working_lp.h"
 
 #include <ClpFactorization.hpp>
+#include <ClpPrimalColumnDantzig.hpp>
 #include <ClpSimplex.hpp>
 #include <CoinMessageHandler.hpp>
 #include <algorithm>
@@ -17,9 +18,14 @@ namespace {
 constexpr double kZeroActivity = 1e-9;
 
 // From this many rows on, CLP's own factorisation updates sparse vectors in a way that costs its
-// primal simplex more than it saves on bases as dense as these; its other one does not.
+// primal simplex more than it saves on bases as dense as those of a warm start; its other one does
+// not.
 constexpr int kManyRows = 350;
 constexpr int kOslFactorization = 3;
+
+// Up to this many rows, Dantzig's rule takes hardly more pivots than steepest edges, and each of
+// them costs less.
+constexpr int kFewRows = 64;
 
 // Swallows what CLP would say, whatever its level.
 class Silence : public CoinMessageHandler {
@@ -164,9 +170,14 @@ Status WorkingLp::dual() {
   return run(true);
 }
 
-void WorkingLp::expectDenseBases() {
+void WorkingLp::expectWarmStarts() {
   if (lp_.rows() >= kManyRows) {
     guarded([&] { clp_->factorization()->forceOtherFactorization(kOslFactorization); });
+  } else if (lp_.rows() <= kFewRows) {
+    guarded([&] {
+      ClpPrimalColumnDantzig dantzig;
+      clp_->setPrimalColumnPivotAlgorithm(dantzig);
+    });
   }
 }
 

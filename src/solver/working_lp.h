@@ -39,9 +39,9 @@ class WorkingLp {
   Status primal();
   Status dual();
 
-  // To be called before solves that go on from an optimum, whose bases hold many columns and few
-  // slacks: with many rows, they are quicker then. The basis stays.
-  void expectDenseBases();
+  // To be called before solves that go on from an optimum: with few rows, and with many, the primal
+  // simplex is quicker then. The basis stays.
+  void expectWarmStarts();
 
   // Barrier, crossover, and a clean-up that ends at a vertex; see barrier.h. For covering programs.
   Status barrier();
