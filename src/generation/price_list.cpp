@@ -12,22 +12,43 @@ bool isBetter(const RankedRow &a, const RankedRow &b) {
   return a.ratio > b.ratio;
 }
 
-// Best ratio first; equal ratios, and such as are no numbers, stand where the fixed exchange sort
-// leaves them. Without any there is only one order, and a faster sort gives it.
+// Puts the rows of one ratio, which stand from `first` on in a sorted ranking, into the order in
+// which the fixed exchange sort leaves them. Its every pass picks up the element in front and walks
+// to the end, where it meets a greater one lays down there what it carries and picks that up. As
+// the ties see it, a pass takes away the first of the elements greater than they are, and where
+// ties stand before that one, the first of these goes to its place, behind the others.
+void orderTies(const std::vector<RankedRow> &byRow, std::vector<RankedRow>::iterator first) {
+  const double ratio = first->ratio;
+  std::vector<RankedRow> ties;
+  std::size_t front = 0;
+  for (const RankedRow &row : byRow) {
+    if (row.ratio == ratio) {
+      ties.push_back(row);
+    } else if (row.ratio > ratio && front < ties.size()) {
+      ties.push_back(ties[front++]);
+    }
+  }
+  std::copy(ties.begin() + static_cast<std::ptrdiff_t>(front), ties.end(), first);
+}
+
+// Best ratio first, equal ratios where the fixed exchange sort leaves them.
 void sortByRatio(std::vector<RankedRow> &ranking) {
   const bool areNumbers = std::none_of(ranking.begin(), ranking.end(),
                                        [](const RankedRow &row) { return std::isnan(row.ratio); });
-  if (areNumbers) {
-    std::vector<RankedRow> sorted = ranking;
-    std::sort(sorted.begin(), sorted.end(), isBetter);
-    const bool areDistinct =
-        std::adjacent_find(sorted.begin(), sorted.end(), std::not_fn(isBetter)) == sorted.end();
-    if (areDistinct) {
-      ranking.swap(sorted);
-      return;
-    }
+  if (!areNumbers) {
+    exchangeSort(ranking, [](const RankedRow &a, const RankedRow &b) { return isBetter(b, a); });
+    return;
   }
-  exchangeSort(ranking, [](const RankedRow &a, const RankedRow &b) { return isBetter(b, a); });
+  const std::vector<RankedRow> byRow = ranking;
+  std::sort(ranking.begin(), ranking.end(), isBetter);
+  for (auto first = ranking.begin(); first != ranking.end();) {
+    const auto last = std::find_if(first, ranking.end(),
+                                   [first](const RankedRow &row) { return isBetter(*first, row); });
+    if (last - first > 1) {
+      orderTies(byRow, first);
+    }
+    first = last;
+  }
 }
 
 }  // namespace

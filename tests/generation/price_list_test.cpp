@@ -102,7 +102,7 @@ TEST(BestFittingEntry, MayHaveADualOfZeroOfEitherSign) {
 }
 
 // Numbers with many ties: the ratios of small integers.
-class RandomPriceLists : public testing::Test {
+class GeneratedPriceLists : public testing::Test {
  protected:
   double dual() {
     switch (random_() % 12) {
@@ -162,15 +162,33 @@ class RandomPriceLists : public testing::Test {
   std::vector<double> duals_;
 };
 
-TEST_F(RandomPriceLists, StandInTheOrderOfTheExchangeSortAndFitAsAScanDoes) {
+TEST_F(GeneratedPriceLists, StandInTheOrderOfTheExchangeSortAndFitAsAScanDoes) {
   for (int round = 0; round < 5000; ++round) {
     draw();
     ASSERT_NO_FATAL_FAILURE(expectAgreement()) << "round " << round;
   }
 }
 
+// Every list of up to 7 ratios out of 4, each row told apart by its width.
+TEST_F(GeneratedPriceLists, OfFewRatiosStandInTheOrderOfTheExchangeSort) {
+  constexpr int kRatios = 4;
+  constexpr int kMostRows = 7;
+  int lists = 1;
+  for (int rows = 0; rows <= kMostRows; ++rows, lists *= kRatios) {
+    for (int list = 0; list < lists; ++list) {
+      widths_.clear();
+      duals_.clear();
+      for (int row = 0, rest = list; row < rows; ++row, rest /= kRatios) {
+        widths_.push_back(std::ldexp(1.0, rows - row));
+        duals_.push_back(widths_.back() * (rest % kRatios));
+      }
+      ASSERT_NO_FATAL_FAILURE(expectAgreement()) << rows << " rows, list " << list;
+    }
+  }
+}
+
 // As they stand in a run: rows from the widest to the narrowest, hardly a tie, a few at the most.
-TEST_F(RandomPriceLists, OfDescendingWidthsStandInTheOrderOfTheExchangeSortAndFitAsAScanDoes) {
+TEST_F(GeneratedPriceLists, OfDescendingWidthsStandInTheOrderOfTheExchangeSortAndFitAsAScanDoes) {
   for (int round = 0; round < 500; ++round) {
     const std::size_t count = random_() % 200;
     widths_.clear();
