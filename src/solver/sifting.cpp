@@ -4,8 +4,9 @@
 #include <cmath>
 #include <cstddef>
 #include <memory>
-#include <tuple>
 #include <utility>
+
+#include "solver/column_choice.h"
 
 namespace corvane::lp {
 
@@ -16,32 +17,6 @@ constexpr double kPricingTolerance = 1e-9;
 constexpr int kLeastMovedIn = 50;
 
 constexpr double kObjectiveTolerance = 1e-9;
-
-struct Priced {
-  double reducedCost;
-  int column;
-
-  // By reduced cost, then by age: the order does not depend on the sorting algorithm.
-  bool operator<(const Priced &other) const {
-    return std::tie(reducedCost, column) < std::tie(other.reducedCost, other.column);
-  }
-};
-
-// The `count` first in order, in the order of the pool.
-std::vector<int> firstColumns(std::vector<Priced> &candidates, std::size_t count) {
-  if (candidates.size() > count) {
-    std::nth_element(candidates.begin(), candidates.begin() + static_cast<std::ptrdiff_t>(count),
-                     candidates.end());
-    candidates.resize(count);
-  }
-  std::vector<int> columns;
-  columns.reserve(candidates.size());
-  for (const Priced &candidate : candidates) {
-    columns.push_back(candidate.column);
-  }
-  std::sort(columns.begin(), columns.end());
-  return columns;
-}
 
 }  // namespace
 
@@ -81,7 +56,7 @@ bool Sifting::moveInViolated(const std::vector<double> &duals) {
     return false;
   }
   const double tolerance = -kPricingTolerance / working_->costScale();
-  std::vector<Priced> violated;
+  std::vector<PricedColumn> violated;
   for (int j = 0; j < lp_.columns(); ++j) {
     if (isIn_[static_cast<std::size_t>(j)] != 0) {
       continue;
@@ -93,7 +68,9 @@ bool Sifting::moveInViolated(const std::vector<double> &duals) {
   if (violated.empty()) {
     return false;
   }
-  moveIn(firstColumns(violated, static_cast<std::size_t>(std::max(kLeastMovedIn, lp_.rows()))));
+  const int count = std::max(kLeastMovedIn, lp_.rows());
+  moveIn(columnsToMoveIn(lp_.pool(), lp_.rows(), std::move(violated),
+                         static_cast<std::size_t>(count)));
   return true;
 }
 
@@ -153,7 +130,7 @@ void Sifting::dropSurplus(const std::vector<double> &duals) {
     return;
   }
   std::vector<int> kept;
-  std::vector<Priced> others;
+  std::vector<PricedColumn> others;
   for (int position = 0; position < static_cast<int>(held.size()); ++position) {
     const int column = held[static_cast<std::size_t>(position)];
     if (working_->isBasic(position)) {
@@ -163,17 +140,21 @@ void Sifting::dropSurplus(const std::vector<double> &duals) {
     }
   }
   const std::vector<int> basic = kept;
-  const std::vector<int> best = firstColumns(others, 2 * rows - std::min(2 * rows, kept.size()));
+  const std::vector<int> best =
+      lowestColumns(std::move(others), 2 * rows - std::min(2 * rows, kept.size()));
   kept.insert(kept.end(), best.begin(), best.end());
-  std::unique_ptr<WorkingLp> old = std::move(working_);
+  std::vector<int> nonbasicRows;
+  for (int row = 0; row < lp_.rows(); ++row) {
+    if (!working_->rowIsBasic(row)) {
+      nonbasicRows.push_back(row);
+    }
+  }
   rebuild(kept);
   for (int position = 0; position < static_cast<int>(basic.size()); ++position) {
     working_->makeBasic(position);
   }
-  for (int row = 0; row < lp_.rows(); ++row) {
-    if (!old->rowIsBasic(row)) {
-      working_->makeRowNonbasic(row);
-    }
+  for (const int row : nonbasicRows) {
+    working_->makeRowNonbasic(row);
   }
 }
 
