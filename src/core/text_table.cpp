@@ -6,13 +6,10 @@
 #include "core/text.h"
 
 TextTable::Id TextTable::idOf(std::string_view bytes) {
-  const auto known = idOfBytes_.find(bytes);
-  if (known != idOfBytes_.end()) {
-    return known->second;
+  if (const Id *known = idOfBytes_.find(bytes)) {
+    return *known;
   }
-  const Id id = add(textFromBytes(bytes));
-  idOfBytes_.emplace(bytes, id);
-  return id;
+  return idOfBytes_.add(bytes, add(textFromBytes(bytes)));
 }
 
 std::vector<quint32> TextTable::ranks() const {

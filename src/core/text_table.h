@@ -2,10 +2,10 @@
 
 #include <QHash>
 #include <QString>
-#include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
+
+#include "core/bytes_map.h"
 
 // Gives every distinct text of a file a small number, so that a text that recurs is decoded once,
 // held once and compared by its number. Different bytes may spell the same text.
@@ -23,16 +23,9 @@ class TextTable {
   std::vector<quint32> ranks() const;
 
  private:
-  struct BytesHash {
-    using is_transparent = void;
-    std::size_t operator()(std::string_view bytes) const {
-      return std::hash<std::string_view>()(bytes);
-    }
-  };
-
   Id add(const QString &text);
 
-  std::unordered_map<std::string, Id, BytesHash, std::equal_to<>> idOfBytes_;
+  BytesMap<Id> idOfBytes_;
   QHash<QString, Id> idOfText_;
   std::vector<QString> texts_;
 };
