@@ -1,62 +1,63 @@
 #include "core/line_reader.h"
 
-#include <limits>
+#include <cstring>
 #include <string>
 
 LineReader::Status LineReader::next() {
   ++number_;
-  buffer_[0] = '\0';
-  in_.getline(buffer_.data(), static_cast<std::streamsize>(buffer_.size()));
-  const auto taken = static_cast<std::size_t>(in_.gcount());
-  if (in_.bad() || taken == 0) {
-    buffer_[0] = '\0';
-    return Status::kEnd;
-  }
-  if (in_.eof()) {
-    if (taken > kMaxLength) {
-      buffer_[0] = '\0';
+  bool tooLong = false;
+  char *lineBreak = findLineBreak();
+  while (lineBreak == nullptr) {
+    // Too long even if a carriage return comes next: what is read of the line can go.
+    if (unread() > kMaxLength + 1) {
+      tooLong = true;
+      begin_ = end_;
     }
-    return Status::kEnd;
+    if (!readMore()) {
+      return takeRest(tooLong);
+    }
+    lineBreak = findLineBreak();
   }
-  if (in_.fail()) {
-    return skipRest();
-  }
-  std::size_t length = taken - 1;
-  if (length > 0 && buffer_[length - 1] == '\r') {
-    buffer_[--length] = '\0';
-  }
-  if (length > kMaxLength) {
-    buffer_[0] = '\0';
-    return Status::kTooLong;
-  }
-  return Status::kLine;
+  return takeLine(lineBreak, tooLong);
 }
 
-// The buffer filled up before the line break came.
-LineReader::Status LineReader::skipRest() {
-  buffer_[0] = '\0';
-  in_.clear();
-  in_.ignore(std::numeric_limits<std::streamsize>::max(), '\n');
-  return in_.good() ? Status::kTooLong : Status::kEnd;
+char *LineReader::findLineBreak() {
+  return static_cast<char *>(std::memchr(begin_, '\n', unread()));
 }
 
-std::optional<std::string_view> FieldSplitter::next() {
-  while (*rest_ == delimiter_) {
-    ++rest_;
+bool LineReader::readMore() {
+  const std::size_t kept = unread();
+  std::memmove(block_.data(), begin_, kept);
+  begin_ = block_.data();
+  end_ = begin_ + kept;
+  // Looking ahead lets the stream fill its buffer, and taking what that holds cannot fail: so an
+  // error costs no line that comes before it.
+  if (in_.peek() == std::istream::traits_type::eof()) {
+    return false;
   }
-  if (*rest_ == '\0') {
-    return std::nullopt;
+  const auto count = in_.readsome(end_, static_cast<std::streamsize>(kBlockSize - kept));
+  end_ += count;
+  return count > 0;
+}
+
+LineReader::Status LineReader::takeLine(char *lineBreak, bool tooLong) {
+  text_ = begin_;
+  begin_ = lineBreak + 1;
+  char *end = lineBreak;
+  if (end > text_ && end[-1] == '\r') {
+    --end;
   }
-  const char *begin = rest_;
-  // Fields are short: a plain loop is done before a library call has started.
-  while (*rest_ != delimiter_ && *rest_ != '\0') {
-    ++rest_;
-  }
-  const auto length = static_cast<std::size_t>(rest_ - begin);
-  if (*rest_ != '\0') {
-    *rest_++ = '\0';
-  }
-  return std::string_view(begin, length);
+  tooLong = tooLong || static_cast<std::size_t>(end - text_) > kMaxLength;
+  *(tooLong ? text_ : end) = '\0';
+  return tooLong ? Status::kTooLong : Status::kLine;
+}
+
+LineReader::Status LineReader::takeRest(bool tooLong) {
+  const bool hasText = !tooLong && !in_.bad() && unread() <= kMaxLength;
+  text_ = begin_;
+  *(hasText ? end_ : text_) = '\0';
+  begin_ = end_;
+  return Status::kEnd;
 }
 
 std::string tooLongWarning(qint64 lineNumber, const std::string &fileName) {

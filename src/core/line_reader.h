@@ -7,9 +7,10 @@
 #include <string>
 #include <string_view>
 
-// Reads a text file line by line through a fixed buffer. A line holds at most kMaxLength bytes; one
-// carriage return right before its line break is dropped; a NUL byte ends its text. Only a line
-// that ends with a line break counts.
+// Reads a text file line by line. A line holds at most kMaxLength bytes; one carriage return right
+// before its line break is dropped; a NUL byte ends its text. Only a line that ends with a line
+// break counts. Lines are found and handed out in a block of the file, and copied only from the end
+// of one block to the next.
 class LineReader {
  public:
   static constexpr std::size_t kMaxLength = 1023;
@@ -20,21 +21,40 @@ class LineReader {
     kEnd,      // the end of the file, or a read error; the text is the unterminated rest, if any
   };
 
+  // REQUIRES a stream with a buffer, as those of files and strings have one. It outlives this.
   explicit LineReader(std::istream &in) : in_(in) {}
+  LineReader(const LineReader &) = delete;
+  LineReader &operator=(const LineReader &) = delete;
+  ~LineReader() = default;
 
   Status next();
 
   // The line, ended by a NUL. It may be split in place, and is valid until next() is called.
-  char *text() { return buffer_.data(); }
+  char *text() { return text_; }
   // The number of the line, from 1.
   qint64 number() const { return number_; }
 
  private:
-  Status skipRest();
+  std::size_t unread() const { return static_cast<std::size_t>(end_ - begin_); }
+  // The line break that ends the next line, or null when it has not been read yet.
+  char *findLineBreak();
+  // Reads more of the file behind what is unread; false at its end and when that fails.
+  bool readMore();
+  // Hand out the line up to its break, or the rest of the file, of whose beginning nothing is left
+  // when it was too long.
+  Status takeLine(char *lineBreak, bool tooLong);
+  Status takeRest(bool tooLong);
+
+  // Much more than a line, and than a file stream reads at a time.
+  static constexpr std::size_t kBlockSize = 16384;
 
   std::istream &in_;
-  // Room for a carriage return behind the longest line, and for the NUL.
-  std::array<char, kMaxLength + 2> buffer_{};
+  // With room for a NUL.
+  std::array<char, kBlockSize + 1> block_{};
+  // What is unread of it.
+  char *begin_ = block_.data();
+  char *end_ = block_.data();
+  char *text_ = block_.data();
   qint64 number_ = 0;
 };
 
@@ -45,7 +65,25 @@ class FieldSplitter {
   FieldSplitter(char *line, char delimiter) : rest_(line), delimiter_(delimiter) {}
 
   // The next field, which a NUL follows, or nothing when the line has no more.
-  std::optional<std::string_view> next();
+  // Inline, since the readers do little else for each field.
+  std::optional<std::string_view> next() {
+    while (*rest_ == delimiter_) {
+      ++rest_;
+    }
+    if (*rest_ == '\0') {
+      return std::nullopt;
+    }
+    const char *begin = rest_;
+    // Fields are short: a plain loop is done before a library call has started.
+    while (*rest_ != delimiter_ && *rest_ != '\0') {
+      ++rest_;
+    }
+    const auto length = static_cast<std::size_t>(rest_ - begin);
+    if (*rest_ != '\0') {
+      *rest_++ = '\0';
+    }
+    return std::string_view(begin, length);
+  }
 
  private:
   char *rest_;

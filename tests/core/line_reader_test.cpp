@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <sstream>
 
 namespace corvane {
@@ -17,8 +18,7 @@ std::string nameOf(Status status) {
 }
 
 // "{status}({text})" for every line up to the end.
-std::vector<std::string> read(const std::string &bytes) {
-  std::istringstream in(bytes);
+std::vector<std::string> read(std::istream &in) {
   LineReader reader(in);
   std::vector<std::string> lines;
   Status status;
@@ -28,6 +28,11 @@ std::vector<std::string> read(const std::string &bytes) {
     EXPECT_EQ(reader.number(), static_cast<qint64>(lines.size()));
   } while (status != Status::kEnd);
   return lines;
+}
+
+std::vector<std::string> read(const std::string &bytes) {
+  std::istringstream in(bytes);
+  return read(in);
 }
 
 std::string xs(std::size_t count) {
@@ -105,6 +110,85 @@ TEST(LineReader, LongLinesInARowAreSkippedOneByOne) {
               ElementsAre("too long()", "too long()", "line(b)", "end()"));
 }
 
+// Lines of all lengths, so that blocks of the file end at every place in a line.
+TEST(LineReader, LinesAreReadAcrossTheBlocksOfTheFile) {
+  for (const char *lineEnd : {"\n", "\r\n"}) {
+    std::string bytes;
+    std::vector<std::string> expected;
+    for (std::size_t length = 0; length < 1500; ++length) {
+      std::string text = std::to_string(length) + xs(length);
+      text.resize(length);
+      bytes += text;
+      bytes += lineEnd;
+      expected.push_back(length <= LineReader::kMaxLength ? "line(" + text + ")" : "too long()");
+    }
+    bytes += "rest";
+    expected.emplace_back("end(rest)");
+    for (std::size_t offset = 0; offset < 40; ++offset) {
+      std::vector<std::string> all = expected;
+      all.insert(all.begin(), "line(" + xs(offset) + ")");
+      ASSERT_EQ(read(xs(offset) + "\n" + bytes), all) << offset;
+    }
+  }
+}
+
+// A line break or a carriage return as the first or the last byte of a block.
+TEST(LineReader, LineEndsAreFoundAtTheEndsOfABlock) {
+  for (std::size_t before = 16000; before < 17000; ++before) {
+    std::string bytes;
+    for (; bytes.size() + 1000 < before;) {
+      bytes += xs(999) + "\n";
+    }
+    bytes += xs(before - bytes.size() - 1) + "\n";
+    ASSERT_EQ(bytes.size(), before);
+    const std::vector<std::string> lines = read(bytes + "a\r\n\nb");
+    ASSERT_GT(lines.size(), 3U);
+    ASSERT_THAT(std::vector<std::string>(lines.end() - 3, lines.end()),
+                ElementsAre("line(a)", "line()", "end(b)"))
+        << before;
+  }
+}
+
+// Hands out its bytes in pieces of any size, as a file stream does with those of a block.
+class PieceBuffer : public std::streambuf {
+ public:
+  PieceBuffer(std::string bytes, std::size_t piece) : bytes_(std::move(bytes)), piece_(piece) {}
+
+ protected:
+  int_type underflow() override {
+    const std::size_t size = std::min(piece_, bytes_.size() - at_);
+    char *begin = bytes_.data() + at_;
+    setg(begin, begin, begin + size);
+    at_ += size;
+    return size == 0 ? traits_type::eof() : traits_type::to_int_type(*begin);
+  }
+
+ private:
+  std::string bytes_;
+  std::size_t piece_;
+  std::size_t at_ = 0;
+};
+
+TEST(LineReader, AStreamMayDeliverItsBytesInPieces) {
+  for (const std::size_t piece : {1U, 2U, 3U, 1000U, 1023U, 1024U, 1025U, 1026U, 8191U}) {
+    PieceBuffer buffer("a\r\n" + xs(1023) + "\r\n\n" + xs(1024) + "\nb\n" + xs(5000) + "\nrest",
+                       piece);
+    std::istream in(&buffer);
+    EXPECT_THAT(read(in), ElementsAre("line(a)", "line(" + xs(1023) + ")", "line()", "too long()",
+                                      "line(b)", "too long()", "end(rest)"))
+        << piece;
+  }
+}
+
+TEST(LineReader, TheEndStaysTheEndWithoutText) {
+  std::istringstream in("rest");
+  LineReader reader(in);
+  EXPECT_EQ(reader.next(), Status::kEnd);
+  EXPECT_STREQ(reader.text(), "rest");
+  EXPECT_EQ(reader.next(), Status::kEnd);
+  EXPECT_STREQ(reader.text(), "");
+}
+
 // Delivers some bytes and then fails, as a broken device does.
 class BrokenBuffer : public std::streambuf {
  public:
@@ -127,6 +211,19 @@ TEST(LineReader, AReadErrorEndsTheFileAndLeavesNoText) {
   EXPECT_EQ(reader.next(), Status::kEnd);
   EXPECT_STREQ(reader.text(), "");
   EXPECT_EQ(reader.next(), Status::kEnd);
+}
+
+TEST(LineReader, AReadErrorCostsNoLineBeforeIt) {
+  std::string bytes;
+  for (int line = 0; line < 20000; ++line) {
+    bytes += "a\n";
+  }
+  BrokenBuffer buffer(bytes + "bc");
+  std::istream in(&buffer);
+  const std::vector<std::string> lines = read(in);
+  EXPECT_EQ(lines.size(), 20001U);
+  EXPECT_EQ(lines[19999], "line(a)");
+  EXPECT_EQ(lines.back(), "end()");
 }
 
 TEST(LineReader, AReadErrorInALongLineEndsTheFile) {
