@@ -6,11 +6,11 @@
 
 // A customer order: rolls of one width of one grade in one period.
 struct Order {
-  qint32 good = 1;  // 1 when its line was accepted, 0 when it is bad
   QString grade;
   QString customerName;
   double width = 0;     // width of the rolls, inches (demand width)
   qint32 quantity = 0;  // number of rolls
+  qint32 good = 1;      // 1 when its line was accepted, 0 when it is bad
   QString period;       // kept as text
 };
 

@@ -12,104 +12,139 @@ namespace {
 // No quantity is negative; that of an order from an empty line is 0.
 constexpr qint32 kNoEntry = -1;
 
-// Sorts the items by a key from 0 to keys - 1; equal ones keep their order. Counting sort, D. E.
-// Knuth, "The Art of Computer Programming", vol. 3, section 5.2. The items themselves are moved:
-// following indexes to them would miss the cache at every step.
-template <typename Item, typename KeyOf>
-void countingSort(std::vector<Item> &items, std::size_t keys, KeyOf keyOf) {
-  std::vector<std::size_t> begins(keys + 1, 0);
+// More keys an item than this make a sort by comparison cheaper than counting.
+constexpr std::size_t kKeysAnItem = 8;
+
+// Gives the items sorted by a key from 0 to keys - 1; equal ones keep their order. Counting sort,
+// D. E. Knuth, "The Art of Computer Programming", vol. 3, section 5.2, unless the keys by far
+// outnumber the items. The items themselves are moved, so that what follows reads them in order.
+template <typename Items, typename Item, typename KeyOf>
+void sortByKey(const Items &items, std::size_t keys, KeyOf keyOf, std::vector<Item> &sorted) {
+  if (keys / kKeysAnItem > items.size()) {
+    sorted.assign(items.begin(), items.end());
+    std::stable_sort(sorted.begin(), sorted.end(),
+                     [&](const Item &a, const Item &b) { return keyOf(a) < keyOf(b); });
+    return;
+  }
+  std::vector<quint32> begins(keys + 1, 0);
   for (const Item &item : items) {
     ++begins[keyOf(item) + 1];
   }
   std::partial_sum(begins.begin(), begins.end(), begins.begin());
-  std::vector<Item> sorted(items.size());
+  sorted.resize(items.size());
   for (const Item &item : items) {
     sorted[begins[keyOf(item)]++] = item;
   }
-  items.swap(sorted);
 }
 
-// For every item its place in ascending order. The items are distinct.
+// The numbers of the items in ascending order of the items, which are distinct.
 template <typename Item, typename Less>
-std::vector<quint32> ranksOf(const std::vector<Item> &items, Less less) {
+std::vector<quint32> sortedNumbers(const std::vector<Item> &items, Less less) {
   std::vector<quint32> sorted(items.size());
   std::iota(sorted.begin(), sorted.end(), 0U);
   std::sort(sorted.begin(), sorted.end(),
             [&](quint32 a, quint32 b) { return less(items[a], items[b]); });
-  std::vector<quint32> ranks(items.size());
-  for (quint32 rank = 0; rank < sorted.size(); ++rank) {
-    ranks[sorted[rank]] = rank;
-  }
-  return ranks;
+  return sorted;
 }
 
-// The number of the key, which gets the next one when it is new.
-template <typename Key, typename Item>
-quint32 numberOf(std::unordered_map<Key, quint32> &numbers, const Key &key,
-                 std::vector<Item> &items, const Item &item) {
-  const auto [entry, isNew] = numbers.try_emplace(key, static_cast<quint32>(items.size()));
-  if (isNew) {
-    items.push_back(item);
+// For every item its place in a sequence of all.
+std::vector<quint32> placesIn(const std::vector<quint32> &sequence) {
+  std::vector<quint32> places(sequence.size());
+  for (quint32 place = 0; place < sequence.size(); ++place) {
+    places[sequence[place]] = place;
   }
-  return entry->second;
+  return places;
 }
 
 }  // namespace
 
-void OrderCollector::add(TextTable::Id grade, TextTable::Id period, TextTable::Id customer,
-                         double width, qint32 quantity) {
-  const quint32 slot =
-      numberOf(numberOfSlot_, quint64{grade} << 32U | period, slots_, Slot{grade, period});
-  const quint32 widthNumber = numberOf(numberOfWidth_, width, widths_, width);
-  rows_.push_back({slot, widthNumber, customer, quantity, static_cast<quint32>(rows_.size())});
+quint32 OrderCollector::numberOf(const OrderTexts::Place &place) {
+  const auto [entry, isNew] = numberOfSlot_.try_emplace(quint64{place.grade} << 32U | place.period,
+                                                        static_cast<quint32>(slots_.size()));
+  if (isNew) {
+    slots_.push_back({place.grade, place.period, {}, nullptr});
+  }
+  return entry->second;
+}
+
+quint32 OrderCollector::numberOf(const OrderTexts::Width &width) {
+  const auto [entry, isNew] =
+      numberOfWidth_.try_emplace(width.inches, static_cast<quint32>(widths_.size()));
+  if (isNew) {
+    widths_.push_back(width.inches);
+  }
+  return entry->second;
+}
+
+void OrderCollector::add(OrderTexts::Place &place, OrderTexts::Width &width, TextTable::Id customer,
+                         qint32 quantity) {
+  if (place.number == OrderTexts::kNoNumber) {
+    place.number = numberOf(place);
+  }
+  if (width.number == OrderTexts::kNoNumber) {
+    width.number = numberOf(width);
+  }
+  std::deque<Row> &rows = slots_[place.number].rows;
+  rows.push_back({width.number, customer, quantity, static_cast<quint32>(rows.size())});
 }
 
 void OrderCollector::finish() {
   textRanks_ = texts_.ranks();
-  slotRanks_ = ranksOf(slots_, [this](const Slot &a, const Slot &b) {
-    return std::pair(textRanks_[a.grade], textRanks_[a.period]) <
-           std::pair(textRanks_[b.grade], textRanks_[b.period]);
-  });
-  Rows merged = mergeGroups(sortedBySlotAndWidth());
-  fillDemand();
-  fillGradesAndPeriods();
-  fillOrders(merged);
-}
-
-OrderCollector::Rows OrderCollector::sortedBySlotAndWidth() const {
-  Rows sorted = rows_;
-  const std::vector<quint32> widthRanks = ranksOf(widths_, std::less<>());
-  countingSort(sorted, widths_.size(), [&](const Row &row) { return widthRanks[row.width]; });
-  countingSort(sorted, slots_.size(), [this](const Row &row) { return slotRanks_[row.slot]; });
-  return sorted;
-}
-
-OrderCollector::Rows OrderCollector::mergeGroups(const Rows &sorted) {
-  entryQuantities_.assign(rows_.size(), kNoEntry);
+  widthRanks_ = placesIn(sortedNumbers(widths_, std::less<>()));
   mergedOfCustomer_.assign(textRanks_.size(), 0);
-  Rows merged;
-  merged.reserve(sorted.size());
-  for (auto begin = sorted.begin(); begin != sorted.end();) {
-    const auto end = std::find_if(begin, sorted.end(), [&first = *begin](const Row &row) {
-      return row.width != first.width || row.slot != first.slot;
+  for (Slot &slot : slots_) {
+    slot.demand = &data_.demand.addPeriod(texts_.text(slot.grade), texts_.text(slot.period));
+  }
+  fillGradesAndPeriods();
+  for (const quint32 number : sortedNumbers(slots_, [this](const Slot &a, const Slot &b) {
+         return std::pair(textRanks_[a.grade], textRanks_[a.period]) <
+                std::pair(textRanks_[b.grade], textRanks_[b.period]);
+       })) {
+    finishSlot(slots_[number]);
+  }
+}
+
+void OrderCollector::finishSlot(Slot &slot) {
+  sortByKey(
+      slot.rows, widths_.size(), [this](const Row &row) { return widthRanks_[row.width]; },
+      sorted_);
+  mergeSorted();
+  fillDemand(slot);
+  slot.rows = {};
+  sortByKey(
+      merged_, textRanks_.size(), [this](const Row &row) { return textRanks_[row.customer]; },
+      sorted_);
+  for (const Row &row : sorted_) {
+    std::unique_ptr<Order> order = orderOf(slot, row);
+    data_.orders.append(order.get());
+    (void)order.release();
+  }
+}
+
+void OrderCollector::mergeSorted() {
+  entryQuantities_.assign(sorted_.size(), kNoEntry);
+  merged_.clear();
+  for (auto begin = sorted_.begin(); begin != sorted_.end();) {
+    const auto end = std::find_if(begin, sorted_.end(), [width = begin->width](const Row &row) {
+      return row.width != width;
     });
-    mergeGroup({begin, end}, merged);
+    mergeGroup({begin, end});
     begin = end;
   }
-  return merged;
+  mergedBefore_ += merged_.size();
 }
 
-void OrderCollector::mergeGroup(std::span<const Row> group, Rows &merged) {
-  const std::size_t before = merged.size();
+void OrderCollector::mergeGroup(std::span<const Row> group) {
+  const std::size_t before = mergedBefore_ + merged_.size();
   for (const Row &row : group) {
     std::size_t &known = mergedOfCustomer_[row.customer];
     if (known > before) {
-      Row &stored = merged[known - 1];
+      Row &stored = merged_[known - 1 - mergedBefore_];
       stored.quantity = saturatedSum(stored.quantity, row.quantity);
       matcher_.add(row.number, stored.quantity);
     } else {
-      merged.push_back(row);
-      known = merged.size();
+      merged_.push_back(row);
+      known = mergedBefore_ + merged_.size();
       matcher_.add(row.number, row.quantity);
     }
   }
@@ -120,14 +155,10 @@ void OrderCollector::mergeGroup(std::span<const Row> group, Rows &merged) {
 }
 
 // The first row of a slot always begins an entry, so no slot stays empty.
-void OrderCollector::fillDemand() {
-  std::vector<PeriodDemand *> demands;
-  for (const Slot &slot : slots_) {
-    demands.push_back(&data_.demand.addPeriod(texts_.text(slot.grade), texts_.text(slot.period)));
-  }
-  for (const Row &row : rows_) {
+void OrderCollector::fillDemand(const Slot &slot) {
+  for (const Row &row : slot.rows) {
     if (const qint32 quantity = entryQuantities_[row.number]; quantity != kNoEntry) {
-      demands[row.slot]->demands.append(DemandEntry{widths_[row.width], quantity});
+      slot.demand->demands.append(DemandEntry{widths_[row.width], quantity});
     }
   }
 }
@@ -149,24 +180,8 @@ void OrderCollector::fillGradesAndPeriods() {
   }
 }
 
-void OrderCollector::fillOrders(Rows &merged) {
-  countingSort(merged, textRanks_.size(),
-               [this](const Row &row) { return textRanks_[row.customer]; });
-  countingSort(merged, slots_.size(), [this](const Row &row) { return slotRanks_[row.slot]; });
-  for (const Row &row : merged) {
-    std::unique_ptr<Order> order = orderOf(row);
-    data_.orders.append(order.get());
-    (void)order.release();
-  }
-}
-
-std::unique_ptr<Order> OrderCollector::orderOf(const Row &row) const {
-  const Slot &slot = slots_[row.slot];
-  auto order = std::make_unique<Order>();
-  order->grade = texts_.text(slot.grade);
-  order->customerName = texts_.text(row.customer);
-  order->width = widths_[row.width];
-  order->quantity = row.quantity;
-  order->period = texts_.text(slot.period);
-  return order;
+std::unique_ptr<Order> OrderCollector::orderOf(const Slot &slot, const Row &row) const {
+  return std::make_unique<Order>(Order{texts_.text(slot.grade), texts_.text(row.customer),
+                                       widths_[row.width], row.quantity, 1,
+                                       texts_.text(slot.period)});
 }

@@ -14,28 +14,44 @@ namespace {
 
 using Field = std::optional<std::string_view>;
 
-bool rejectOrder(const char *message, Order &order) {
+bool reject(const char *message) {
   std::cout << message << std::endl;
-  order.good = 0;
   return false;
 }
 
-bool setWidth(const Field &field, Order &order) {
-  if (!field) {
-    return true;
+// Each of these tells whether the line is good so far. Behind a missing field every other is
+// missing too, so that nothing needs to be said of them.
+
+bool setPlace(const Field &period, const Field &grade, OrderTexts &texts, OrderLine &order) {
+  if (!grade) {
+    return false;
   }
-  order.width = leadingNumber(field->data());
-  return order.width <= 0.0 ? rejectOrder("Width must be > 0.0.", order)
-                            : acceptField(*field, "width", order);
+  order.place = &texts.place(*period, *grade);
+  return acceptField(*period, "period") && acceptField(*grade, "grade");
 }
 
-bool setQuantity(const Field &field, Order &order) {
+bool setWidth(const Field &field, OrderTexts &texts, OrderLine &order) {
   if (!field) {
-    return true;
+    return false;
+  }
+  order.width = &texts.width(*field);
+  return order.width->inches <= 0.0 ? reject("Width must be > 0.0.") : acceptField(*field, "width");
+}
+
+bool setQuantity(const Field &field, OrderLine &order) {
+  if (!field) {
+    return false;
   }
   order.quantity = leadingInteger(field->data());
-  return order.quantity < 1 ? rejectOrder("Quantity must be > 0.", order)
-                            : acceptField(*field, "quantity", order);
+  return order.quantity < 1 ? reject("Quantity must be > 0.") : acceptField(*field, "quantity");
+}
+
+bool setCustomer(const Field &field, OrderTexts &texts, OrderLine &order) {
+  if (!field) {
+    return false;
+  }
+  order.customer = texts.customer(*field);
+  return acceptField(*field, "customer name");
 }
 
 // The text ends with a line end of its own, so that an empty line follows.
@@ -51,46 +67,33 @@ void warnNoMachine(std::ostream &log, qint64 lineNumber) {
 
 }  // namespace
 
-bool acceptField(std::string_view field, const char *name, Order &order) {
+bool acceptField(std::string_view field, const char *name) {
   if (!field.empty()) {
     return true;
   }
   std::cout << "Could not set " << name << " of order." << std::endl;
-  order.good = 0;
   return false;
 }
 
-bool machineCanProcess(const PlanningData &data, const Order &order) {
-  const auto widest = data.widestCutter.constFind(order.grade);
-  return widest != data.widestCutter.constEnd() && *widest >= order.width;
+bool machineCanProcess(const OrderLine &order) {
+  return order.place->widestCutter >= order.width->inches;
 }
 
-void readOrder(LineReader &line, TextTable &texts, Order &order, OrderTexts &orderTexts) {
+OrderLine readOrder(LineReader &line, OrderTexts &texts) {
+  OrderLine order;
   if (*line.text() == '\0') {
-    const TextTable::Id none = texts.idOf("");
-    orderTexts = {none, none, none};
-    return;
+    const std::string_view none = line.text();
+    order.place = &texts.place(none, none);
+    order.width = &texts.width(none);
+    order.customer = texts.customer(none);
+    return order;
   }
   FieldSplitter fields(line.text(), ',');
-  bool missing = false;
-  const auto setText = [&](const char *name, TextTable::Id &id, QString &text) {
-    const auto field = fields.next();
-    missing = !field;
-    if (missing) {
-      return true;
-    }
-    id = texts.idOf(*field);
-    text = texts.text(id);
-    return acceptField(*field, name, order);
-  };
-  const bool accepted = setText("period", orderTexts.period, order.period) &&
-                        setText("grade", orderTexts.grade, order.grade) &&
-                        setWidth(fields.next(), order) && setQuantity(fields.next(), order) &&
-                        setText("customer name", orderTexts.customerName, order.customerName);
-  // A missing field leaves the last one missing too, and only that one counts.
-  if (accepted && missing) {
-    order.good = 0;
-  }
+  const Field period = fields.next();
+  order.good = setPlace(period, fields.next(), texts, order) &&
+               setWidth(fields.next(), texts, order) && setQuantity(fields.next(), order) &&
+               setCustomer(fields.next(), texts, order);
+  return order;
 }
 
 void readOrderFile(PlanningData &data, const QString &fileName, std::ifstream &file,
@@ -99,23 +102,21 @@ void readOrderFile(PlanningData &data, const QString &fileName, std::ifstream &f
     endRun(log, "Error: Could not open orders file.");
   }
   LineReader reader(file);
-  OrderCollector orders(data);
+  OrderTexts texts(data.widestCutter);
+  OrderCollector orders(texts.table(), data);
   auto status = LineReader::Status::kEnd;
   do {
     status = reader.next();
-    Order order;
-    OrderTexts orderTexts;
-    readOrder(reader, orders.texts(), order, orderTexts);
+    const OrderLine order = readOrder(reader, texts);
     if (status == LineReader::Status::kEnd) {
       break;
     }
-    if (status == LineReader::Status::kTooLong || order.good == 0) {
+    if (status == LineReader::Status::kTooLong || !order.good) {
       warnBadOrder(log, reader.number());
-    } else if (!machineCanProcess(data, order)) {
+    } else if (!machineCanProcess(order)) {
       warnNoMachine(log, reader.number());
     } else {
-      orders.add(orderTexts.grade, orderTexts.period, orderTexts.customerName, order.width,
-                 order.quantity);
+      orders.add(*order.place, *order.width, order.customer, order.quantity);
     }
   } while (status != LineReader::Status::kEnd);
   orders.finish();

@@ -27,7 +27,9 @@ void requireDistinct(const QLinkedList<QString> &texts, const char *what) {
 
 void requireOrder(const PlanningData &data, const Order &order) {
   require(order.good == 1 && order.width >= 0.0 && order.quantity >= 0, "a good order");
-  require(machineCanProcess(data, order), "a cutter for the order");
+  const auto widest = data.widestCutter.constFind(order.grade);
+  require(widest != data.widestCutter.constEnd() && *widest >= order.width,
+          "a cutter for the order");
   require(data.isPlanned(order.grade), "the grade of the order");
   require(data.periods.contains(order.period), "the period of the order");
   const GradeDemand *grade = data.demand.find(order.grade);

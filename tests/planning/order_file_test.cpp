@@ -1,5 +1,6 @@
 #include "planning/order_file.h"
 
+#include "core/numbers.h"
 #include "planning/planning_files.h"
 #include "support/fatal_end.h"
 
@@ -357,63 +358,109 @@ TEST_F(OrderFile, TenThousandPeriodsAreKept) {
   EXPECT_EQ(data.demand.grades.first().periods.size(), 10000);
 }
 
-TEST_F(OrderFile, AMachineCanProcessGradesAndWidthsUpToItsOwn) {
-  EXPECT_TRUE(machineCanProcess(data, {1, "G1", "", 100, 1, ""}));
-  EXPECT_FALSE(machineCanProcess(data, {1, "G1", "", 100.5, 1, ""}));
-  EXPECT_FALSE(machineCanProcess(data, {1, "G9", "", 1, 1, ""}));
-}
-
 TEST_F(OrderFile, TheWidestCutterOfTheGradeDecides) {
   readMachines("A,2,G1,120,1,1,1\nA,3,G1,90,1,1,1\n");
-  EXPECT_TRUE(machineCanProcess(data, {1, "G1", "", 120, 1, ""}));
-  EXPECT_FALSE(machineCanProcess(data, {1, "G2", "", 120, 1, ""}));
+  readOrders("1,G1,120,10,Acme\n1,G1,120.5,10,Acme\n1,G2,120,10,Acme\n");
+  EXPECT_EQ(dumpOrders(data), "G1|1|Acme|120|10\n");
+  EXPECT_EQ(out, noMachine(2) + noMachine(3));
+}
+
+TEST_F(OrderFile, OneWidthIsOneHoweverItIsWritten) {
+  readOrders("1,G1,30,10,Acme\n1,G1,30.0,10,Acme\n1,G1,3e1,10,Best\n");
+  EXPECT_EQ(dumpOrders(data), "G1|1|Acme|30|20\nG1|1|Best|30|10\n");
+  EXPECT_EQ(dumpDemand(data.demand), "G1|1: 30x20 30x20\n");
+}
+
+TEST_F(OrderFile, OneGradeAndPeriodAreOneHoweverTheyAreWritten) {
+  readMachines("A,4,Caf\xC3\xA9,100,1,1,1\n");
+  readOrders("1,Caf\xC3\xA9,30,10,Acme\n,1,,Caf\xE9,30,5,Best\n");
+  EXPECT_EQ(dumpDemand(data.demand), "Caf\xC3\xA9|1: 30x10 30x5\n");
+}
+
+// So few orders of many widths and customers are sorted by comparison.
+TEST_F(OrderFile, APeriodOfFewOrdersIsSortedAndMergedAsOneOfMany) {
+  std::string many;
+  for (int at = 1; at <= 90; ++at) {
+    many += "1,G1," + std::to_string(at) + ",10,C" + std::to_string(at) + "\n";
+  }
+  readOrders(many + "2,G1,50,1,B\n2,G1,40,2,B\n2,G1,50,3,A\n2,G1,50,1,B\n");
+  EXPECT_THAT(dumpOrders(data), testing::EndsWith("G1|2|A|50|3\nG1|2|B|40|2\nG1|2|B|50|2\n"));
+  EXPECT_THAT(dumpDemand(data.demand), testing::EndsWith("G1|2: 50x1 40x2 50x3 50x2\n"));
+}
+
+TEST_F(OrderFile, TheDemandListOfAPeriodHasTheFirstEntryOfEachWidthAndTheWidestFirst) {
+  readOrders("1,G1,30,10,A\n1,G1,50,2,A\n1,G1,30,20,B\n2,G1,7,1,A\n1,G1,40,4,A\n1,G1,30,10,C\n");
+  EXPECT_EQ(dumpDemand(data.demand), "G1|1: 30x20 50x2 30x20 40x4\nG1|2: 7x1\n");
+  const GradeDemand &grade = *data.demand.find("G1");
+  std::string list;
+  for (const QString period : {"1", "2"}) {
+    for (const DemandEntry &entry : demandList(grade.find(period))) {
+      list += general(entry.width) + "x" + std::to_string(entry.quantity) + " ";
+    }
+  }
+  EXPECT_EQ(list, "50x2 40x4 30x20 7x1 ");
+  EXPECT_THAT(distinctWidths(grade), testing::ElementsAre(50, 40, 30, 7));
 }
 
 TEST(AcceptField, RejectsAnEmptyFieldWithItsMessage) {
   for (const char *name : {"period", "grade", "width", "quantity", "customer name"}) {
     const support::StreamCapture out(std::cout);
-    Order order;
-    EXPECT_FALSE(acceptField("", name, order));
-    EXPECT_EQ(order.good, 0);
+    EXPECT_FALSE(acceptField("", name));
     EXPECT_EQ(out.text(), std::string("Could not set ") + name + " of order.\n");
   }
 }
 
 TEST(AcceptField, TakesAnyOtherFieldInSilence) {
   const support::StreamCapture out(std::cout);
-  Order order;
-  EXPECT_TRUE(acceptField(" ", "grade", order));
-  EXPECT_EQ(order.good, 1);
+  EXPECT_TRUE(acceptField(" ", "grade"));
   EXPECT_EQ(out.text(), "");
 }
 
-TEST(ReadOrder, AnEmptyLineLeavesTheOrderAsConstructed) {
-  std::istringstream in("\n");
-  LineReader reader(in);
-  reader.next();
-  TextTable texts;
-  Order order;
-  OrderTexts numbers;
-  readOrder(reader, texts, order, numbers);
-  EXPECT_EQ(order.good, 1);
-  EXPECT_TRUE(order.period.isEmpty());
-  EXPECT_EQ(order.width, 0);
+class ReadOrder : public testing::Test {
+ protected:
+  OrderLine read(const std::string &line) {
+    std::istringstream in(line);
+    LineReader reader(in);
+    reader.next();
+    return readOrder(reader, texts_);
+  }
+  QString text(TextTable::Id id) const { return texts_.table().text(id); }
+
+  const QHash<QString, double> widestCutter_ = {{"G1", 100.0}};
+  OrderTexts texts_{widestCutter_};
+};
+
+TEST_F(ReadOrder, AnEmptyLineHasEmptyTextsAndNoNumbers) {
+  const OrderLine order = read("\n");
+  EXPECT_TRUE(order.good);
+  EXPECT_TRUE(text(order.place->period).isEmpty());
+  EXPECT_TRUE(text(order.place->grade).isEmpty());
+  EXPECT_TRUE(text(order.customer).isEmpty());
+  EXPECT_EQ(order.width->inches, 0);
   EXPECT_EQ(order.quantity, 0);
 }
 
-TEST(ReadOrder, NumbersTheTextsOfTheOrder) {
-  std::istringstream in("1,G1,30,10,Acme\n");
-  LineReader reader(in);
-  reader.next();
-  TextTable texts;
-  Order order;
-  OrderTexts numbers;
-  readOrder(reader, texts, order, numbers);
-  EXPECT_EQ(order.good, 1);
-  EXPECT_EQ(texts.text(numbers.period), QString("1"));
-  EXPECT_EQ(texts.text(numbers.grade), QString("G1"));
-  EXPECT_EQ(texts.text(numbers.customerName), QString("Acme"));
-  EXPECT_EQ(order.customerName, QString("Acme"));
+TEST_F(ReadOrder, GivesWhatTheFieldsStandFor) {
+  const OrderLine order = read("1,G1,30,10,Acme\n");
+  EXPECT_TRUE(order.good);
+  EXPECT_EQ(text(order.place->period), QString("1"));
+  EXPECT_EQ(text(order.place->grade), QString("G1"));
+  EXPECT_EQ(order.width->inches, 30);
+  EXPECT_EQ(order.quantity, 10);
+  EXPECT_EQ(text(order.customer), QString("Acme"));
+}
+
+TEST_F(ReadOrder, AShortLineIsBad) {
+  for (const char *line : {",,,\n", "1\n", "1,G1\n", "1,G1,30\n", "1,G1,30,10\n"}) {
+    EXPECT_FALSE(read(line).good) << line;
+  }
+}
+
+TEST_F(ReadOrder, AMachineCanProcessGradesAndWidthsUpToItsOwn) {
+  EXPECT_TRUE(machineCanProcess(read("1,G1,100,1,A\n")));
+  EXPECT_FALSE(machineCanProcess(read("1,G1,100.5,1,A\n")));
+  EXPECT_FALSE(machineCanProcess(read("1,G1,nan,1,A\n")));
+  EXPECT_FALSE(machineCanProcess(read("1,G9,1,1,A\n")));
 }
 
 TEST(OrderFileDeathTest, AFileThatCannotBeOpenedEndsTheRun) {

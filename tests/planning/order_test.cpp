@@ -9,7 +9,7 @@ namespace {
 
 Order order(const char *grade, const char *period, const char *customer, double width,
             qint32 quantity = 1) {
-  return {1, grade, customer, width, quantity, period};
+  return {grade, customer, width, quantity, 1, period};
 }
 
 TEST(Order, ANewOneIsGoodAndEmpty) {

@@ -2,6 +2,8 @@
 
 #include "support/literal_readers.h"
 
+#include <functional>
+#include <map>
 #include <random>
 
 #include "planning/planning_files.h"
@@ -111,6 +113,24 @@ class ReadersReference : public PlanningFilesTest {
     EXPECT_EQ(log.str(), expected.log) << step;
   }
 
+  // Of every period: the first entry of each width, the widest first.
+  void expectDemandLists() const {
+    for (const GradeDemand &grade : data.demand.grades) {
+      for (const PeriodDemand &period : grade.periods) {
+        std::map<double, qint32, std::greater<>> firsts;
+        for (const DemandEntry &entry : period.demands) {
+          firsts.emplace(entry.width, entry.quantity);
+        }
+        const std::vector<DemandEntry> &list = demandList(&period);
+        EXPECT_TRUE(std::equal(list.begin(), list.end(), firsts.begin(), firsts.end(),
+                               [](const DemandEntry &entry, const auto &first) {
+                                 return entry.width == first.first &&
+                                        entry.quantity == first.second;
+                               }));
+      }
+    }
+  }
+
   void compareOn(FileMaker &maker, int lines) {
     support::LiteralPlanning expected;
     const std::string machines = maker.machines(lines / 4);
@@ -126,6 +146,7 @@ class ReadersReference : public PlanningFilesTest {
     expectSameWords(expected, "order file");
     EXPECT_EQ(support::dumpOrders(data), expected.dumpOrders());
     EXPECT_EQ(support::dumpDemand(data.demand), expected.dumpDemand());
+    expectDemandLists();
     EXPECT_EQ(support::dumpTexts(data.grades), expected.dumpGrades());
     EXPECT_EQ(support::dumpTexts(data.periods), expected.dumpPeriods());
 
