@@ -2,17 +2,12 @@
 
 #include <algorithm>
 #include <functional>
-#include <unordered_set>
 
 namespace {
 
-using WidthSet = std::unordered_set<double>;
-
-void addDistinct(const PeriodDemand &demand, WidthSet &seen, std::vector<double> &widths) {
-  for (const DemandEntry &entry : demand.demands) {
-    if (seen.insert(entry.width).second) {
-      widths.push_back(entry.width);
-    }
+void appendWidths(const PeriodDemand &demand, std::vector<double> &widths) {
+  for (const DemandEntry &entry : demand.firstOfWidths) {
+    widths.push_back(entry.width);
   }
 }
 
@@ -24,42 +19,29 @@ PeriodDemand &DemandTable::addPeriod(const QString &grade, const QString &period
     grades.append(GradeDemand{grade, {}, {}});
     entry = &grades.last();
   }
-  entry->periods.append(PeriodDemand{period, {}});
+  entry->periods.append(PeriodDemand{period, {}, {}});
   PeriodDemand *added = &entry->periods.last();
   entry->byPeriod.insert(period, added);
   return *added;
 }
 
 std::vector<double> distinctWidths(const PeriodDemand &demand) {
-  WidthSet seen;
   std::vector<double> widths;
-  addDistinct(demand, seen, widths);
-  std::sort(widths.begin(), widths.end(), std::greater<>());
+  appendWidths(demand, widths);
   return widths;
 }
 
 std::vector<double> distinctWidths(const GradeDemand &demand) {
-  WidthSet seen;
   std::vector<double> widths;
   for (const PeriodDemand &period : demand.periods) {
-    addDistinct(period, seen, widths);
+    appendWidths(period, widths);
   }
   std::sort(widths.begin(), widths.end(), std::greater<>());
+  widths.erase(std::unique(widths.begin(), widths.end()), widths.end());
   return widths;
 }
 
-std::vector<DemandEntry> demandList(const PeriodDemand *demand) {
-  std::vector<DemandEntry> list;
-  if (demand == nullptr) {
-    return list;
-  }
-  WidthSet seen;
-  for (const DemandEntry &entry : demand->demands) {
-    if (seen.insert(entry.width).second) {
-      list.push_back(entry);
-    }
-  }
-  std::sort(list.begin(), list.end(),
-            [](const DemandEntry &a, const DemandEntry &b) { return a.width > b.width; });
-  return list;
+const std::vector<DemandEntry> &demandList(const PeriodDemand *demand) {
+  static const std::vector<DemandEntry> none;
+  return demand != nullptr ? demand->firstOfWidths : none;
 }

@@ -16,6 +16,9 @@ struct DemandEntry {
 struct PeriodDemand {
   QString period;
   QLinkedList<DemandEntry> demands;
+  // Each width once, with the quantity of its first entry, widest first. Whoever fills the demands
+  // fills this too: every step of planning starts from it, and none has to walk the demands.
+  std::vector<DemandEntry> firstOfWidths;
 };
 
 struct GradeDemand {
@@ -46,9 +49,10 @@ struct DemandTable {
 };
 
 // The distinct widths (exact equality), widest first: of one period, and of all periods of a grade.
+// Their cost does not grow with the entries, only with the widths.
 std::vector<double> distinctWidths(const PeriodDemand &demand);
 std::vector<double> distinctWidths(const GradeDemand &demand);
 
 // The demand list of a period: each width once, with the quantity of its first entry, widest first.
 // Empty for null.
-std::vector<DemandEntry> demandList(const PeriodDemand *demand);
+const std::vector<DemandEntry> &demandList(const PeriodDemand *demand);

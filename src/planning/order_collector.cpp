@@ -108,7 +108,7 @@ void OrderCollector::finishSlot(Slot &slot) {
   sortByKey(
       slot.rows, widths_.size(), [this](const Row &row) { return widthRanks_[row.width]; },
       sorted_);
-  mergeSorted();
+  mergeSorted(slot.demand->firstOfWidths);
   fillDemand(slot);
   slot.rows = {};
   sortByKey(
@@ -121,20 +121,21 @@ void OrderCollector::finishSlot(Slot &slot) {
   }
 }
 
-void OrderCollector::mergeSorted() {
+void OrderCollector::mergeSorted(std::vector<DemandEntry> &firstOfWidths) {
   entryQuantities_.assign(sorted_.size(), kNoEntry);
   merged_.clear();
   for (auto begin = sorted_.begin(); begin != sorted_.end();) {
     const auto end = std::find_if(begin, sorted_.end(), [width = begin->width](const Row &row) {
       return row.width != width;
     });
-    mergeGroup({begin, end});
+    firstOfWidths.push_back({widths_[begin->width], mergeGroup({begin, end})});
     begin = end;
   }
+  std::reverse(firstOfWidths.begin(), firstOfWidths.end());
   mergedBefore_ += merged_.size();
 }
 
-void OrderCollector::mergeGroup(std::span<const Row> group) {
+qint32 OrderCollector::mergeGroup(std::span<const Row> group) {
   const std::size_t before = mergedBefore_ + merged_.size();
   for (const Row &row : group) {
     std::size_t &known = mergedOfCustomer_[row.customer];
@@ -151,7 +152,9 @@ void OrderCollector::mergeGroup(std::span<const Row> group) {
   for (const DemandMatcher::Entry &entry : matcher_.entries()) {
     entryQuantities_[entry.row] = entry.quantity;
   }
+  const qint32 first = matcher_.entries().front().quantity;
   matcher_.clear();
+  return first;
 }
 
 // The first row of a slot always begins an entry, so no slot stays empty.

@@ -55,9 +55,9 @@ class OrderCollector {
   // Fills demand and orders of one slot.
   void finishSlot(Slot &slot);
   // Merges the sorted rows of each key.
-  void mergeSorted();
-  // The rows of one width.
-  void mergeGroup(std::span<const Row> group);
+  void mergeSorted(std::vector<DemandEntry> &firstOfWidths);
+  // The rows of one width; gives the quantity of their first demand entry.
+  qint32 mergeGroup(std::span<const Row> group);
   void fillDemand(const Slot &slot);
   void fillGradesAndPeriods();
   std::unique_ptr<Order> orderOf(const Slot &slot, const Row &row) const;

@@ -23,17 +23,21 @@ using support::StreamCapture;
 
 class PatternReport : public testing::Test {
  protected:
-  // A grade with an entry in the demand table, its widths all in one period.
+  // A grade with an entry in the demand table; the widths of each period are distinct.
   void addGrade(const QString &grade, const std::vector<std::vector<double>> &widthsOfPeriods) {
     grades_.append(grade);
     demand_.grades.append(GradeDemand{grade, {}, {}});
     GradeDemand &entry = demand_.grades.last();
     demand_.byGrade.insert(grade, &entry);
     for (const std::vector<double> &widths : widthsOfPeriods) {
-      entry.periods.append(PeriodDemand{QString::number(entry.periods.size() + 1), {}});
+      PeriodDemand period{QString::number(entry.periods.size() + 1), {}, {}};
       for (const double width : widths) {
-        entry.periods.last().demands.append(DemandEntry{width, 1});
+        period.demands.append(DemandEntry{width, 1});
+        period.firstOfWidths.push_back({width, 1});
       }
+      std::sort(period.firstOfWidths.begin(), period.firstOfWidths.end(),
+                [](const DemandEntry &a, const DemandEntry &b) { return a.width > b.width; });
+      entry.periods.append(period);
     }
   }
 

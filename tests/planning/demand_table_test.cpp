@@ -9,9 +9,10 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-PeriodDemand period(const char *name, const std::vector<DemandEntry> &entries) {
-  PeriodDemand demand{name, {}};
-  for (const DemandEntry &entry : entries) {
+// A period with an entry a width, given widest first.
+PeriodDemand period(const char *name, const std::vector<DemandEntry> &firstOfWidths) {
+  PeriodDemand demand{name, {}, firstOfWidths};
+  for (const DemandEntry &entry : firstOfWidths) {
     demand.demands.append(entry);
   }
   return demand;
@@ -38,23 +39,24 @@ TEST(DemandTable, GradesAndPeriodsAreFoundByName) {
   EXPECT_EQ(table.find("G3"), nullptr);
 }
 
-TEST(DemandTable, TheWidthsOfAPeriodAreDistinctAndTheWidestComesFirst) {
-  EXPECT_THAT(distinctWidths(period("1", {{30, 1}, {50, 2}, {30, 3}, {40, 4}})),
-              ElementsAre(50, 40, 30));
+TEST(DemandTable, TheWidthsOfAPeriodAreThoseOfItsList) {
+  EXPECT_THAT(distinctWidths(period("1", {{50, 2}, {40, 4}, {30, 1}})), ElementsAre(50, 40, 30));
   EXPECT_THAT(distinctWidths(period("1", {})), IsEmpty());
 }
 
 TEST(DemandTable, TheWidthsOfAGradeAreThoseOfAllItsPeriods) {
   GradeDemand grade;
   EXPECT_THAT(distinctWidths(grade), IsEmpty());
-  grade.periods.append(period("2", {{30, 1}, {50, 2}}));
+  grade.periods.append(period("2", {{50, 2}, {30, 1}}));
   grade.periods.append(period("1", {{60, 1}, {50, 9}}));
-  EXPECT_THAT(distinctWidths(grade), ElementsAre(60, 50, 30));
+  grade.periods.append(period("3", {{70, 1}, {30.000000000000004, 9}}));
+  EXPECT_THAT(distinctWidths(grade), ElementsAre(70, 60, 50, 30.000000000000004, 30));
 }
 
-TEST(DemandTable, TheDemandListHasEachWidthOnceWithTheQuantityOfItsFirstEntry) {
-  const PeriodDemand demand = period("1", {{30, 10}, {50, 2}, {30, 20}, {40, 4}});
+TEST(DemandTable, TheDemandListOfAPeriodIsItsOwn) {
+  const PeriodDemand demand = period("1", {{50, 2}, {40, 4}, {30, 10}});
   EXPECT_THAT(demandList(&demand), ElementsAre(Demands(50, 2), Demands(40, 4), Demands(30, 10)));
+  EXPECT_EQ(&demandList(&demand), &demand.firstOfWidths);
 }
 
 TEST(DemandTable, WithoutAPeriodTheDemandListIsEmpty) {
