@@ -9,6 +9,8 @@
 #include "core/skip_node.h"
 
 template <typename T>
+class SkipListAppender;
+template <typename T>
 class SkipListCursor;
 template <typename T>
 class SkipListGroupCursor;
@@ -96,16 +98,13 @@ class skipList {
     if (path[0] != head_ && comparison_->compare(*raw(path[0]), *element) >= 0) {
       return insert(element, existing);
     }
-    linkLast(element, path);
+    const int nodeLevel = countedLevel(static_cast<quint32>(count_) + 1U, k_);
+    SkipNode *node = linkNode(element, nodeLevel, path);
+    for (int level = 0; level < levelCount_; ++level) {
+      SkipNode *last = level < nodeLevel ? node : path[index(level)];
+      finger_->next(level) = last == head_ ? nullptr : last;
+    }
     return kStored;
-  }
-
-  // As append of an element that orders after every stored one, without looking at either: the
-  // caller vouches for the order.
-  void appendSorted(T *element) {
-    Path path;
-    seekEnd(path);
-    linkLast(element, path);
   }
 
   // Takes out the first element that equals the key and returns it, or null when there is none. A
@@ -155,6 +154,7 @@ class skipList {
   }
 
  private:
+  friend class SkipListAppender<T>;
   friend class SkipListCursor<T>;
   friend class SkipListGroupCursor<T>;
   friend struct SkipListInspector<T>;
@@ -204,16 +204,6 @@ class skipList {
     }
     ++count_;
     return node;
-  }
-
-  // Behind all others, whose ends the path names.
-  void linkLast(T *element, Path &path) {
-    const int nodeLevel = countedLevel(static_cast<quint32>(count_) + 1U, k_);
-    SkipNode *node = linkNode(element, nodeLevel, path);
-    for (int level = 0; level < levelCount_; ++level) {
-      SkipNode *last = level < nodeLevel ? node : path[index(level)];
-      finger_->next(level) = last == head_ ? nullptr : last;
-    }
   }
 
   // Replaces head and finger by higher ones; path entries that name the old head follow.

@@ -5,8 +5,10 @@
 #include <compare>
 #include <iterator>
 #include <memory>
+#include <optional>
 #include <utility>
 
+#include "core/skip_list_appender.h"
 #include "core/skip_list_cursor.h"
 
 namespace {
@@ -60,43 +62,59 @@ std::vector<PricedPattern>::iterator endOfTies(std::vector<PricedPattern>::itera
   return first;
 }
 
-// Adds the ties [first, end), which order after all patterns of the list but, unless `isBehind`,
-// for reduced costs that are no numbers. Ties stand in the order of their pattern set. Where they
-// span more than the tolerance there is no order that serves every pair; the list's own insertion
-// decides then.
-void appendTies(std::vector<PricedPattern>::iterator first,
-                std::vector<PricedPattern>::iterator end, bool isBehind, bool isTotallyOrdered,
-                skipList<Pattern> &list) {
-  const bool inOrder = compareWithTolerance(first->reducedCost, std::prev(end)->reducedCost) == 0;
-  std::sort(first, end,
-            [](const PricedPattern &a, const PricedPattern &b) { return a.place < b.place; });
-  for (bool isFirst = true; first != end; ++first, isFirst = false) {
-    if (!inOrder) {
-      list.insert(first->pattern);
-    } else if (isBehind && (isFirst || isTotallyOrdered)) {
-      list.appendSorted(first->pattern);
-    } else {
-      list.append(first->pattern);
+// Fills a list by reduced cost, in order. Sorting in plain memory and appending reads next to no
+// pattern, where an insertion of each would read many.
+class RedCostListFiller {
+ public:
+  explicit RedCostListFiller(skipList<Pattern> &list) : list_(list) {}
+
+  void fill(std::vector<PricedPattern> &priced, bool isTotallyOrdered) {
+    std::sort(priced.begin(), priced.end(), [](const PricedPattern &a, const PricedPattern &b) {
+      return std::is_lt(std::strong_order(a.reducedCost, b.reducedCost));
+    });
+    // What is no number stands at an end.
+    const bool areNumbers = !priced.empty() && !std::isnan(priced.front().reducedCost) &&
+                            !std::isnan(priced.back().reducedCost);
+    for (auto first = priced.begin(); first != priced.end();) {
+      const auto end = endOfTies(first, priced.end());
+      addTies(first, end, areNumbers, isTotallyOrdered);
+      first = end;
     }
   }
-}
 
-// Sorts in plain memory and appends in order, which reads next to no pattern, where an insertion
-// of each would read many.
-void fillRedCostSet(std::vector<PricedPattern> &priced, bool isTotallyOrdered,
-                    skipList<Pattern> &list) {
-  std::sort(priced.begin(), priced.end(), [](const PricedPattern &a, const PricedPattern &b) {
-    return std::is_lt(std::strong_order(a.reducedCost, b.reducedCost));
-  });
-  // What is no number stands at an end.
-  const bool areNumbers = !priced.empty() && !std::isnan(priced.front().reducedCost) &&
-                          !std::isnan(priced.back().reducedCost);
-  for (auto first = priced.begin(); first != priced.end();) {
-    const auto end = endOfTies(first, priced.end());
-    appendTies(first, end, areNumbers, isTotallyOrdered, list);
-    first = end;
+ private:
+  using Iterator = std::vector<PricedPattern>::iterator;
+
+  // Adds the ties, which order after all patterns of the list but, unless `isBehind`, for reduced
+  // costs that are no numbers. Ties stand in the order of their pattern set. Where they span more
+  // than the tolerance there is no order that serves every pair; the list's own insertion decides
+  // then.
+  void addTies(Iterator first, Iterator end, bool isBehind, bool isTotallyOrdered) {
+    const bool inOrder = compareWithTolerance(first->reducedCost, std::prev(end)->reducedCost) == 0;
+    std::sort(first, end,
+              [](const PricedPattern &a, const PricedPattern &b) { return a.place < b.place; });
+    for (bool isFirst = true; first != end; ++first, isFirst = false) {
+      if (!inOrder) {
+        comparing().insert(first->pattern);
+      } else if (isBehind && (isFirst || isTotallyOrdered)) {
+        vouching().append(first->pattern);
+      } else {
+        comparing().append(first->pattern);
+      }
+    }
   }
-}
+
+  SkipListAppender<Pattern> &vouching() {
+    return appender_ ? *appender_ : appender_.emplace(list_);
+  }
+  skipList<Pattern> &comparing() {
+    appender_.reset();
+    return list_;
+  }
+
+  skipList<Pattern> &list_;
+  std::optional<SkipListAppender<Pattern>> appender_;
+};
 
 void pruneSet(PatternCompPattern &descriptor) {
   skipList<Pattern> *old = descriptor.patterns;
@@ -140,7 +158,7 @@ void PatternCompPattern::addRedCostSet(std::vector<PricedPattern> &priced, bool 
   redCostComps.append(comparison.get());
   (void)comparison.release();
   redCostSets.append(set.get());
-  fillRedCostSet(priced, isTotallyOrdered, *set.release());
+  RedCostListFiller(*set.release()).fill(priced, isTotallyOrdered);
 }
 
 void PatternCompPattern::dropRedCostSets() {

@@ -6,6 +6,7 @@
 
 #include "core/exchange_sort.h"
 #include "core/numbers.h"
+#include "core/skip_list_appender.h"
 
 namespace {
 
@@ -114,9 +115,11 @@ void OrderCollector::finishSlot(Slot &slot) {
   sortByKey(
       merged_, textRanks_.size(), [this](const Row &row) { return textRanks_[row.customer]; },
       sorted_);
+  // Merged orders have keys of their own, and slots come in the order of grades and periods.
+  SkipListAppender<Order> orders(data_.orders);
   for (const Row &row : sorted_) {
     std::unique_ptr<Order> order = orderOf(slot, row);
-    data_.orders.append(order.get());
+    orders.append(order.get());
     (void)order.release();
   }
 }

@@ -245,24 +245,6 @@ TEST_F(SkipListOfNumbers, AppendingComparesWithTheLastElementOnly) {
   EXPECT_EQ(counting.calls, 999);
 }
 
-TEST_F(SkipListOfNumbers, AppendingSortedElementsComparesNothingAndLinksThemAsAppendingDoes) {
-  struct NoComp : Comparison<double> {
-    int compare(const double &a, const double &b) const override {
-      ADD_FAILURE() << a << " and " << b;
-      return 0;
-    }
-  };
-  NoComp none;
-  Numbers list(&none, false, kArgumentOfTwo);
-  Numbers expected(&comparator_, false, kArgumentOfTwo);
-  for (int value = 1; value <= 100; ++value) {
-    list.appendSorted(number(value));
-    expected.append(number(value));
-  }
-  EXPECT_EQ(dump(list), dump(expected));
-  EXPECT_EQ(list.count(), 100);
-}
-
 TEST_F(SkipListOfNumbers, RemovingTakesTheElementOutAndKeepsIt) {
   Numbers list(&comparator_, false, kArgumentOfThree);
   double *ten = number(10);
