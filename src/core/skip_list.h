@@ -98,12 +98,8 @@ class skipList {
     if (path[0] != head_ && comparison_->compare(*raw(path[0]), *element) >= 0) {
       return insert(element, existing);
     }
-    const int nodeLevel = countedLevel(static_cast<quint32>(count_) + 1U, k_);
-    SkipNode *node = linkNode(element, nodeLevel, path);
-    for (int level = 0; level < levelCount_; ++level) {
-      SkipNode *last = level < nodeLevel ? node : path[index(level)];
-      finger_->next(level) = last == head_ ? nullptr : last;
-    }
+    linkLast(element, path);
+    rememberEnds(path);
     return kStored;
   }
 
@@ -204,6 +200,20 @@ class skipList {
     }
     ++count_;
     return node;
+  }
+
+  // Behind the last node of every level, which the path holds before and after.
+  void linkLast(T *element, Path &ends) {
+    const int level = countedLevel(static_cast<quint32>(count_) + 1U, k_);
+    SkipNode *node = linkNode(element, level, ends);
+    std::fill_n(ends.begin(), level, node);
+  }
+
+  void rememberEnds(const Path &ends) {
+    for (int level = 0; level < levelCount_; ++level) {
+      SkipNode *last = ends[index(level)];
+      finger_->next(level) = last == head_ ? nullptr : last;
+    }
   }
 
   // Replaces head and finger by higher ones; path entries that name the old head follow.

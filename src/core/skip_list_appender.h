@@ -1,7 +1,5 @@
 #pragma once
 
-#include <algorithm>
-
 #include "core/skip_list.h"
 
 // Appends elements to a list, one after the other, of which its user knows that each orders after
@@ -16,19 +14,10 @@ class SkipListAppender {
   explicit SkipListAppender(skipList<T> &list) : list_(list) { list_.seekEnd(ends_); }
   SkipListAppender(const SkipListAppender &) = delete;
   SkipListAppender &operator=(const SkipListAppender &) = delete;
-  ~SkipListAppender() {
-    for (int level = 0; level < list_.levelCount_; ++level) {
-      SkipNode *end = ends_[static_cast<std::size_t>(level)];
-      list_.finger_->next(level) = end == list_.head_ ? nullptr : end;
-    }
-  }
+  ~SkipListAppender() { list_.rememberEnds(ends_); }
 
   // The list does not take ownership. Throws std::bad_alloc, with nothing changed.
-  void append(T *element) {
-    const int level = countedLevel(static_cast<quint32>(list_.count_) + 1U, list_.k_);
-    SkipNode *node = list_.linkNode(element, level, ends_);
-    std::fill_n(ends_.begin(), level, node);
-  }
+  void append(T *element) { list_.linkLast(element, ends_); }
 
  private:
   skipList<T> &list_;
