@@ -1,7 +1,9 @@
 #include "planner_run.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
+#include <functional>
 #include <numeric>
 
 #include "app/planner.h"
@@ -23,6 +25,10 @@ double RunResult::selection() const {
 
 double RunResult::total() const {
   return std::accumulate(times.begin() + 1, times.end(), 0.0);
+}
+
+void RunResult::addTimes(const RunResult &other) {
+  std::transform(times.begin(), times.end(), other.times.begin(), times.begin(), std::plus<>());
 }
 
 RunResult runPlannerHere(const RunKind &kind, LpRecording *recording) {

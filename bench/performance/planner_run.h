@@ -21,10 +21,14 @@ struct RunResult {
   double readMemory = 0;    // bytes, when the files had been read
 
   double operator[](Phase phase) const { return times[static_cast<std::size_t>(phase)]; }
-  // All phases of column generation; of the final selection; and all phases there are.
+  // All phases of column generation; of the final selection; of both; and all phases there are.
   double generation() const;
   double selection() const;
+  double planning() const { return generation() + selection(); }
   double total() const;
+
+  // Adds the times of another run, and nothing else.
+  void addTimes(const RunResult &other);
 };
 
 // Runs the planner on the mill in the working directory. The recording, where there is one, takes

@@ -15,10 +15,6 @@ namespace {
 const RunKind kProgram{};
 const RunKind kLiteralPricing{true, nullptr};
 
-double planning(const RunResult &run) {
-  return run.generation() + run.selection();
-}
-
 }  // namespace
 
 void writeSolver(std::ostream &out, int repeats, const std::filesystem::path &folder) {
@@ -156,7 +152,7 @@ void writeGrowth(std::ostream &out, int repeats, const std::filesystem::path &fo
     const Mill mill(shape, folder);
     Samples time;
     for (int repeat = 0; repeat < repeats; ++repeat) {
-      time.add(planning(measureRun(mill, kProgram)));
+      time.add(measureRun(mill, kProgram).planning());
     }
     table.row({std::to_string(grades), std::to_string(periods), milliseconds(time.median()),
                milliseconds(time.median() / (grades * periods))});

@@ -24,10 +24,6 @@ const RunKind kPlain{true, "primal"};
 constexpr int kSmallWidths = 60;
 constexpr std::uint32_t kSmallMills = 3;
 
-double planning(const RunResult &run) {
-  return run.generation() + run.selection();
-}
-
 double outsideSolver(const RunResult &run) {
   return 1 - (run[Phase::kMasterSolver] + run[Phase::kFinalSolver]) / run.total();
 }
@@ -58,10 +54,7 @@ std::list<Mill> millsOf(const Size &size, const Extent &extent, int widthsInPatt
 RunResult runAll(const std::list<Mill> &mills, const RunKind &kind) {
   RunResult sum;
   for (const Mill &mill : mills) {
-    const RunResult run = measureRun(mill, kind);
-    for (std::size_t phase = 0; phase < kPhases; ++phase) {
-      sum.times[phase] += run.times[phase];
-    }
+    sum.addTimes(measureRun(mill, kind));
   }
   return sum;
 }
@@ -86,12 +79,12 @@ struct Comparison {
 };
 
 std::vector<std::string> ratioRow(const std::string &name, const Comparison &runs, double target) {
-  const Samples planned = runs.ratios(planning);
+  const Samples planned = runs.ratios(&RunResult::planning);
   return {name,
-          milliseconds(medianOf(runs.plain, planning)),
-          milliseconds(medianOf(runs.program, planning)),
+          milliseconds(medianOf(runs.plain, &RunResult::planning)),
+          milliseconds(medianOf(runs.program, &RunResult::planning)),
           withSpread(planned),
-          withSpread(runs.ratios([](const RunResult &run) { return run.total(); })),
+          withSpread(runs.ratios(&RunResult::total)),
           decimals(target, 2),
           verdict(planned.median() <= target)};
 }
@@ -111,9 +104,7 @@ void addTo(Comparison &sum, const Comparison &runs) {
   const auto addAll = [](std::vector<RunResult> &sums, const std::vector<RunResult> &more) {
     sums.resize(more.size());
     for (std::size_t repeat = 0; repeat < more.size(); ++repeat) {
-      for (std::size_t phase = 0; phase < kPhases; ++phase) {
-        sums[repeat].times[phase] += more[repeat].times[phase];
-      }
+      sums[repeat].addTimes(more[repeat]);
     }
   };
   addAll(sum.program, runs.program);
