@@ -5,7 +5,7 @@
 #include "core/exchange_sort.h"
 #include "generation/pattern_set.h"
 
-namespace bench {
+namespace corvane::bench {
 
 namespace {
 
@@ -89,4 +89,4 @@ int LiteralPricing::scanForFitting(double freeWidth) const {
   return choice;
 }
 
-}  // namespace bench
+}  // namespace corvane::bench

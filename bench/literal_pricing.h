@@ -7,7 +7,7 @@
 #include "generation/price_list.h"
 #include "generation/pricing.h"
 
-namespace bench {
+namespace corvane::bench {
 
 // Pricing as it is described, without any shortcut: every attempt fills the widths of a pattern and
 // sorts them, whatever comes of it, and a drawn width that does not fit leads to a scan of the
@@ -28,4 +28,4 @@ class LiteralPricing {
   std::vector<PriceEntry> entries_;
 };
 
-}  // namespace bench
+}  // namespace corvane::bench

@@ -9,6 +9,8 @@
 
 #include "mill_generator.h"
 
+using namespace corvane;
+
 namespace {
 
 bool setValue(bench::MillShape &shape, const std::string &key, const std::string &value) {

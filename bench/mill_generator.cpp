@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-namespace bench {
+namespace corvane::bench {
 
 namespace {
 
@@ -184,4 +184,4 @@ void writeMill(const MillShape &shape, const std::filesystem::path &folder) {
   }
 }
 
-}  // namespace bench
+}  // namespace corvane::bench

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <filesystem>
 
-namespace bench {
+namespace corvane::bench {
 
 // What a generated mill is like. Everything else follows from the seed.
 struct MillShape {
@@ -30,4 +30,4 @@ struct MillShape {
 // std::runtime_error when a file cannot be written.
 void writeMill(const MillShape &shape, const std::filesystem::path &folder);
 
-}  // namespace bench
+}  // namespace corvane::bench

@@ -9,6 +9,8 @@
 #include "core/pooled_allocation.h"
 #include "core/zem_mem_mgr.h"
 
+using namespace corvane;
+
 namespace {
 
 constexpr quint32 kBlockSize = 40;

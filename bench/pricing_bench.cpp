@@ -13,6 +13,8 @@
 #include "generation/pricing.h"
 #include "literal_pricing.h"
 
+using namespace corvane;
+
 namespace {
 
 constexpr double kDeckleWidth = 250;

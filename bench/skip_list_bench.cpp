@@ -9,6 +9,8 @@
 #include "core/basic_comparators.h"
 #include "core/skip_list_cursor.h"
 
+using namespace corvane;
+
 namespace {
 
 constexpr int kLevelArgument = 3;

@@ -14,6 +14,8 @@
 
 #include "../tests/solver/cutting_stock.h"
 
+using namespace corvane;
+
 namespace {
 
 using corvane::lp::testing::CuttingStock;

@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <vector>
 
-namespace bench {
+namespace corvane::bench {
 
 namespace {
 
@@ -51,4 +51,4 @@ void runInChild(const std::filesystem::path &folder, const std::function<void(vo
   }
 }
 
-}  // namespace bench
+}  // namespace corvane::bench

@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <type_traits>
 
-namespace bench {
+namespace corvane::bench {
 
 // Runs `work` in a child process with the working directory and hands back the `size` bytes that it
 // left at the address it was given. Its standard output goes nowhere. A child starts with the
@@ -25,4 +25,4 @@ Result inChild(const std::filesystem::path &folder, const std::function<Result()
   return result;
 }
 
-}  // namespace bench
+}  // namespace corvane::bench

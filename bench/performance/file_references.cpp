@@ -7,7 +7,7 @@
 
 #include "resources.h"
 
-namespace bench {
+namespace corvane::bench {
 
 double readAndSplit(const std::string &file) {
   const double begin = cpuSeconds();
@@ -41,4 +41,4 @@ double writeAndFlush(const std::string &file, const std::string &copy) {
   return cpuSeconds() - begin;
 }
 
-}  // namespace bench
+}  // namespace corvane::bench

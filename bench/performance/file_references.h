@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace bench {
+namespace corvane::bench {
 
 // Work on files that no program of its kind can do without, in seconds of processor time: the
 // measure of the program's reading and writing.
@@ -14,4 +14,4 @@ double readAndSplit(const std::string &file);
 // before the clock starts.
 double writeAndFlush(const std::string &file, const std::string &copy);
 
-}  // namespace bench
+}  // namespace corvane::bench

@@ -6,7 +6,7 @@
 #include "phase_clock.h"
 #include "planner_run.h"
 
-namespace bench {
+namespace corvane::bench {
 
 // What stands behind the program's calls, for this process.
 struct Interposed {
@@ -18,4 +18,4 @@ struct Interposed {
 
 Interposed &interposed();
 
-}  // namespace bench
+}  // namespace corvane::bench

@@ -7,7 +7,7 @@
 #include "phase_clock.h"
 #include "real_operations.h"
 
-namespace bench {
+namespace corvane::bench {
 
 Interposed &interposed() {
   static Interposed setting;
@@ -36,7 +36,7 @@ auto inSolver(Operation operation) {
 
 }  // namespace
 
-}  // namespace bench
+}  // namespace corvane::bench
 
 using bench::InPhase;
 using bench::interposed;

@@ -10,6 +10,8 @@
 #include "planning/order_file.h"
 #include "resources.h"
 
+using namespace corvane;
+
 using bench::interposed;
 using bench::Phase;
 using bench::Step;

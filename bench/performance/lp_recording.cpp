@@ -7,7 +7,7 @@
 #include "real_operations.h"
 #include "resources.h"
 
-namespace bench {
+namespace corvane::bench {
 
 namespace {
 
@@ -100,4 +100,4 @@ double LpRecording::solveAgain(bool masters, const char *setting) const {
   return cpuSeconds() - begin;
 }
 
-}  // namespace bench
+}  // namespace corvane::bench

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <vector>
 
-namespace bench {
+namespace corvane::bench {
 
 // The LPs that a run handed to the solver, to be solved again by other means.
 class LpRecording {
@@ -40,4 +40,4 @@ class LpRecording {
   std::vector<Problem> problems_;
 };
 
-}  // namespace bench
+}  // namespace corvane::bench

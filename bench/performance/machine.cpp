@@ -10,7 +10,7 @@
 #include <string>
 #include <thread>
 
-namespace bench {
+namespace corvane::bench {
 
 namespace {
 
@@ -55,4 +55,4 @@ void describeMachine(std::ostream &out) {
       << "- Date: " << today() << '\n';
 }
 
-}  // namespace bench
+}  // namespace corvane::bench

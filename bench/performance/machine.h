@@ -2,9 +2,9 @@
 
 #include <ostream>
 
-namespace bench {
+namespace corvane::bench {
 
 // Processor, cores, memory, system, compiler and date, one a line. Names no host and no path.
 void describeMachine(std::ostream &out);
 
-}  // namespace bench
+}  // namespace corvane::bench

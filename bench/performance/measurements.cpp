@@ -8,7 +8,7 @@
 #include "planning/order_file.h"
 #include "resources.h"
 
-namespace bench {
+namespace corvane::bench {
 
 namespace {
 
@@ -77,4 +77,4 @@ FileTimes measureExport(const Mill &mill) {
   });
 }
 
-}  // namespace bench
+}  // namespace corvane::bench

@@ -6,7 +6,7 @@
 #include "mill_generator.h"
 #include "planner_run.h"
 
-namespace bench {
+namespace corvane::bench {
 
 // A generated mill in a folder of its own, which goes with it.
 class Mill {
@@ -44,4 +44,4 @@ struct FileTimes {
 FileTimes measureReading(const Mill &mill);
 FileTimes measureExport(const Mill &mill);
 
-}  // namespace bench
+}  // namespace corvane::bench

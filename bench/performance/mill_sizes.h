@@ -5,7 +5,7 @@
 #include "mill_generator.h"
 #include "samples.h"
 
-namespace bench {
+namespace corvane::bench {
 
 // How many widths are ordered, and how many new patterns an iteration brings to a deckle width.
 struct Size {
@@ -51,4 +51,4 @@ inline const char *verdict(bool reached) {
   return reached ? "yes" : "no";
 }
 
-}  // namespace bench
+}  // namespace corvane::bench

@@ -10,6 +10,8 @@
 #include "machine.h"
 #include "report_sections.h"
 
+using namespace corvane;
+
 namespace {
 
 void writeReport(std::ostream &out, int repeats, const std::filesystem::path &folder) {

@@ -5,7 +5,7 @@
 #include "resources.h"
 #include "samples.h"
 
-namespace bench {
+namespace corvane::bench {
 
 PhaseClock &PhaseClock::instance() {
   static PhaseClock clock;
@@ -42,4 +42,4 @@ Step::~Step() {
   }
 }
 
-}  // namespace bench
+}  // namespace corvane::bench

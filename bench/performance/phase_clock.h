@@ -4,7 +4,7 @@
 #include <chrono>
 #include <cstddef>
 
-namespace bench {
+namespace corvane::bench {
 
 // What a run spends its time on.
 enum class Phase {
@@ -89,4 +89,4 @@ class Step {
   double cpuBegin_;
 };
 
-}  // namespace bench
+}  // namespace corvane::bench

@@ -10,7 +10,7 @@
 #include "interposed.h"
 #include "resources.h"
 
-namespace bench {
+namespace corvane::bench {
 
 double RunResult::generation() const {
   const RunResult &run = *this;
@@ -51,4 +51,4 @@ RunResult runPlannerHere(const RunKind &kind, LpRecording *recording) {
   return result;
 }
 
-}  // namespace bench
+}  // namespace corvane::bench

@@ -3,7 +3,7 @@
 #include "lp_recording.h"
 #include "phase_clock.h"
 
-namespace bench {
+namespace corvane::bench {
 
 // How a run of the planner is made.
 struct RunKind {
@@ -35,4 +35,4 @@ struct RunResult {
 // the LPs.
 RunResult runPlannerHere(const RunKind &kind, LpRecording *recording = nullptr);
 
-}  // namespace bench
+}  // namespace corvane::bench

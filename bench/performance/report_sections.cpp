@@ -8,7 +8,7 @@
 #include "samples.h"
 #include "table.h"
 
-namespace bench {
+namespace corvane::bench {
 
 namespace {
 
@@ -163,4 +163,4 @@ void writeGrowth(std::ostream &out, int repeats, const std::filesystem::path &fo
       << table;
 }
 
-}  // namespace bench
+}  // namespace corvane::bench

@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <ostream>
 
-namespace bench {
+namespace corvane::bench {
 
 // The sections of the report. Each measures what it writes, `repeats` times, on mills that it
 // generates in the folder.
@@ -14,4 +14,4 @@ void writeFiles(std::ostream &out, int repeats, const std::filesystem::path &fol
 void writeMemory(std::ostream &out, int repeats, const std::filesystem::path &folder);
 void writeGrowth(std::ostream &out, int repeats, const std::filesystem::path &folder);
 
-}  // namespace bench
+}  // namespace corvane::bench

@@ -4,7 +4,7 @@
 
 #include <ctime>
 
-namespace bench {
+namespace corvane::bench {
 
 double cpuSeconds() {
   timespec now{};
@@ -18,4 +18,4 @@ double peakMemory() {
   return static_cast<double>(usage.ru_maxrss) * 1024.0;
 }
 
-}  // namespace bench
+}  // namespace corvane::bench

@@ -1,6 +1,6 @@
 #pragma once
 
-namespace bench {
+namespace corvane::bench {
 
 // The processor time that this process has used, in user and system mode, seconds. What other
 // programs take of the machine meanwhile is not in it.
@@ -9,4 +9,4 @@ double cpuSeconds();
 // The largest resident memory of this process so far, bytes.
 double peakMemory();
 
-}  // namespace bench
+}  // namespace corvane::bench

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
-namespace bench {
+namespace corvane::bench {
 
 double Samples::median() const {
   if (values_.empty()) {
@@ -38,4 +38,4 @@ std::string percent(double share) {
   return decimals(100 * share, share < 0.0995 ? 1 : 0) + " %";
 }
 
-}  // namespace bench
+}  // namespace corvane::bench

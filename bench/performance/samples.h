@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-namespace bench {
+namespace corvane::bench {
 
 // Repeated measurements of one thing.
 class Samples {
@@ -25,4 +25,4 @@ std::string decimals(double value, int count);
 // A share of 1 as "12 %".
 std::string percent(double share);
 
-}  // namespace bench
+}  // namespace corvane::bench

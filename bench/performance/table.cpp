@@ -1,6 +1,6 @@
 #include "table.h"
 
-namespace bench {
+namespace corvane::bench {
 
 std::ostream &operator<<(std::ostream &out, const Table &table) {
   for (std::size_t at = 0; at < table.rows_.size(); ++at) {
@@ -18,4 +18,4 @@ std::ostream &operator<<(std::ostream &out, const Table &table) {
   return out;
 }
 
-}  // namespace bench
+}  // namespace corvane::bench

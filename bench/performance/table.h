@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace bench {
+namespace corvane::bench {
 
 // A table of a Markdown document.
 class Table {
@@ -17,4 +17,4 @@ class Table {
   std::vector<std::vector<std::string>> rows_;
 };
 
-}  // namespace bench
+}  // namespace corvane::bench

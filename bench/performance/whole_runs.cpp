@@ -11,7 +11,7 @@
 #include "samples.h"
 #include "table.h"
 
-namespace bench {
+namespace corvane::bench {
 
 namespace {
 
@@ -163,4 +163,4 @@ void writeWholeRuns(std::ostream &out, int repeats, const std::filesystem::path 
       << tables.phases;
 }
 
-}  // namespace bench
+}  // namespace corvane::bench

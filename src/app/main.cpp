@@ -1,5 +1,5 @@
 #include "app/planner.h"
 
 int main() {
-  return runProcess();
+  return corvane::runProcess();
 }

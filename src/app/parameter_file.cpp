@@ -8,6 +8,8 @@
 #include "core/line_reader.h"
 #include "core/text.h"
 
+namespace corvane {
+
 namespace {
 
 constexpr std::size_t kLongestPath = 511;
@@ -52,3 +54,5 @@ void readParameters(RunParameters &parameters, std::ifstream &file) {
   }
   file.close();
 }
+
+}  // namespace corvane

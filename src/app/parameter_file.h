@@ -5,6 +5,8 @@
 
 #include "app/run_parameters.h"
 
+namespace corvane {
+
 // The parameter file: "{key}={value}" lines; a line that begins with "#" is a comment. Nothing is
 // trimmed, and text behind a second "=" is not looked at.
 
@@ -16,3 +18,5 @@ void readParameters(RunParameters &parameters, std::ifstream &file);
 // The path in the environment variable ZEM_CVN_PARAM, at most 511 bytes of it, or else
 // "data\Parameters.data".
 std::string parameterFileName();
+
+}  // namespace corvane

@@ -25,6 +25,8 @@
 #include "planning/machine_file.h"
 #include "planning/order_file.h"
 
+namespace corvane {
+
 namespace {
 
 // The local time as "2010/05/17 14:03:22".
@@ -143,3 +145,5 @@ int runProcess() noexcept {
     endRunOutOfMemory();
   }
 }
+
+}  // namespace corvane

@@ -3,6 +3,8 @@
 #include "core/fatal.h"
 #include "generation/pattern.h"
 
+namespace corvane {
+
 namespace {
 
 // Stands first: what is constructed after it may run out of memory.
@@ -25,3 +27,5 @@ struct PoolRegistry {
 } poolRegistry;
 
 }  // namespace
+
+}  // namespace corvane

@@ -8,6 +8,8 @@
 #include "core/numbers.h"
 #include "core/text.h"
 
+namespace corvane {
+
 namespace {
 
 // The kinds of parameters: how a value is read and checked, and how it is printed. Each names the
@@ -200,3 +202,5 @@ void printParameters(const RunParameters &parameters, std::ostream &out) {
     }
   }
 }
+
+}  // namespace corvane

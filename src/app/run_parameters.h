@@ -3,6 +3,8 @@
 #include <QString>
 #include <iosfwd>
 
+namespace corvane {
+
 // The settings of a run, with their defaults. Flags are 1 for true and 0 for false.
 struct RunParameters {
   qint32 batch = 0;
@@ -31,3 +33,5 @@ bool setParameter(RunParameters &parameters, const QString &key, const QString &
 
 // Writes the summary of the parameters.
 void printParameters(const RunParameters &parameters, std::ostream &out);
+
+}  // namespace corvane

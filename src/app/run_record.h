@@ -4,6 +4,8 @@
 #include "generation/pattern_set.h"
 #include "planning/planning_data.h"
 
+namespace corvane {
+
 // The run: its parameters and every collection that it fills. Steps get the piece that they read or
 // fill.
 struct RunRecord {
@@ -13,3 +15,5 @@ struct RunRecord {
   PlanningData planning;
   PatternSets patterns;
 };
+
+}  // namespace corvane

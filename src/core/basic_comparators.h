@@ -4,6 +4,8 @@
 
 #include "core/comparison.h"
 
+namespace corvane {
+
 // Text order: code unit by code unit, case-sensitive.
 class StrComp : public Comparison<QString> {
  public:
@@ -15,3 +17,5 @@ class DoubleComp : public Comparison<double> {
  public:
   int compare(const double &a, const double &b) const override { return compareKeys(a, b); }
 };
+
+}  // namespace corvane

@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+namespace corvane {
+
 // Keeps a value for each of many byte strings, for look-ups of which nearly all find theirs.
 //
 // A hash table with open addressing: D. E. Knuth, "The Art of Computer Programming", vol. 3,
@@ -84,3 +86,5 @@ class BytesMap {
   Cells cells_ = Cells(kFirstCells);
   std::vector<Entry> entries_;
 };
+
+}  // namespace corvane

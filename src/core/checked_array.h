@@ -6,6 +6,8 @@
 #include <limits>
 #include <type_traits>
 
+namespace corvane {
+
 // A flat array of plain values that reports when memory cannot be had, for the arrays whose failure
 // has words of its own.
 template <typename T>
@@ -77,3 +79,5 @@ class CheckedArray {
   std::size_t size_ = 0;
   std::size_t capacity_ = 0;
 };
+
+}  // namespace corvane

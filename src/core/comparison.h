@@ -2,6 +2,8 @@
 
 #include <QtGlobal>
 
+namespace corvane {
+
 // The order of a skipList<T>. Comparators are handed to lists by pointer and outlive them.
 template <typename T>
 class Comparison {
@@ -50,3 +52,5 @@ int compareKeys(const K &a, const K &b) {
   }
   return b < a ? 1 : 0;
 }
+
+}  // namespace corvane

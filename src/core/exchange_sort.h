@@ -5,6 +5,8 @@
 #include <utility>
 #include <vector>
 
+namespace corvane {
+
 // The fixed exchange sort: for every i, for every later j, swap when outOfOrder(at i, at j). Its
 // order, that of ties included, is part of the behaviour wherever it is used; the cost grows with
 // the square of the count.
@@ -27,3 +29,5 @@ void sortDistinct(Sequence &items) {
   std::sort(sorted.begin(), sorted.end());
   std::move(sorted.begin(), sorted.end(), items.begin());
 }
+
+}  // namespace corvane

@@ -5,6 +5,8 @@
 #include <exception>
 #include <iostream>
 
+namespace corvane {
+
 void endRun(std::ostream &log, const std::string &text) {
   log << text << std::endl;
   endRunOn(std::cout, text);
@@ -23,3 +25,5 @@ void endRunOutOfMemory() noexcept {
 void endRunOutOfMemoryOnTerminate() noexcept {
   std::set_terminate(endRunOutOfMemory);
 }
+
+}  // namespace corvane

@@ -3,6 +3,8 @@
 #include <iosfwd>
 #include <string>
 
+namespace corvane {
+
 // The ends of a run that cannot go on, and the one place that ends the process. Both write the text
 // and a line end, flush, and exit with status 1 without closing anything; the process-wide objects
 // are destroyed.
@@ -20,3 +22,5 @@
 // Makes a std::bad_alloc that nobody can catch (while objects are constructed before main, or out
 // of an operation that must not throw) end the run like any other.
 void endRunOutOfMemoryOnTerminate() noexcept;
+
+}  // namespace corvane

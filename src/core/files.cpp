@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <system_error>
 
+namespace corvane {
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -50,3 +52,5 @@ bool openForWriting(std::ofstream &file, const std::string &name, std::ios::open
   file.open(resolved(name), std::ios::out | mode);
   return file.is_open();
 }
+
+}  // namespace corvane

@@ -3,6 +3,8 @@
 #include <fstream>
 #include <string>
 
+namespace corvane {
+
 // File names are held and printed as they were given, in UTF-8. When a file of the literal name
 // exists, that is the one; otherwise a backslash separates folders.
 
@@ -12,3 +14,5 @@ bool openForReading(std::ifstream &file, const std::string &name);
 
 // Opens for writing in the given mode (std::ios::app, or std::ios::trunc).
 bool openForWriting(std::ofstream &file, const std::string &name, std::ios::openmode mode);
+
+}  // namespace corvane

@@ -5,6 +5,8 @@
 #include "core/pooled_allocation.h"
 #include "core/zem_mem_mgr_factory.h"
 
+namespace corvane {
+
 namespace {
 
 constexpr quint32 kAssociationsPerChunk = 256;
@@ -75,3 +77,5 @@ void hashDictionaryBase::releaseAssociation(Association *association) {
     heapFree(association);
   }
 }
+
+}  // namespace corvane

@@ -3,6 +3,8 @@
 #include <QtGlobal>
 #include <vector>
 
+namespace corvane {
+
 // The part of a hash dictionary that does not depend on its types: buckets of singly linked chains.
 // The number of buckets is fixed at construction.
 class hashDictionaryBase {
@@ -106,3 +108,5 @@ class hashDictionary : public hashDictionaryBase {
     }
   }
 };
+
+}  // namespace corvane

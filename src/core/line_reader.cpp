@@ -3,6 +3,8 @@
 #include <cstring>
 #include <string>
 
+namespace corvane {
+
 LineReader::Status LineReader::next() {
   ++number_;
   bool tooLong = false;
@@ -63,3 +65,5 @@ LineReader::Status LineReader::takeRest(bool tooLong) {
 std::string tooLongWarning(qint64 lineNumber, const std::string &fileName) {
   return "Warning: Line " + std::to_string(lineNumber) + " of " + fileName + " is too long.";
 }
+
+}  // namespace corvane

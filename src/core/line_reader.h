@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+namespace corvane {
+
 // Reads a text file line by line. A line holds at most kMaxLength bytes; one carriage return right
 // before its line break is dropped; a NUL byte ends its text. Only a line that ends with a line
 // break counts. Lines are found and handed out in a block of the file, and copied only from the end
@@ -92,3 +94,5 @@ class FieldSplitter {
 
 // "Warning: Line {n} of {file name} is too long."
 std::string tooLongWarning(qint64 lineNumber, const std::string &fileName);
+
+}  // namespace corvane

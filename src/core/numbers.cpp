@@ -8,6 +8,8 @@
 #include <cstring>
 #include <limits>
 
+namespace corvane {
+
 namespace {
 
 // The largest double has 309 digits before the point.
@@ -92,3 +94,5 @@ std::string fixed(double value, int decimals) {
   appendFixed(text, value, decimals);
   return text;
 }
+
+}  // namespace corvane

@@ -3,6 +3,8 @@
 #include <QString>
 #include <string>
 
+namespace corvane {
+
 // Reading and writing of numbers. Nothing here depends on the locale of the environment.
 
 // Parameter values: the whole text must be a decimal number, blanks around it allowed; anything
@@ -27,3 +29,5 @@ void appendInteger(std::string &text, qint64 value);
 
 std::string general(double value);
 std::string fixed(double value, int decimals);
+
+}  // namespace corvane

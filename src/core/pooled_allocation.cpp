@@ -2,6 +2,8 @@
 
 #include <new>
 
+namespace corvane {
+
 constinit qint32 zemPooledAllocation = 0;
 constinit qint32 zemPooledAssociations = 0;
 
@@ -12,3 +14,5 @@ void *heapAllocate(std::size_t bytes) {
 void heapFree(void *block) noexcept {
   ::operator delete(block);
 }
+
+}  // namespace corvane

@@ -3,6 +3,8 @@
 #include <QtGlobal>
 #include <cstddef>
 
+namespace corvane {
+
 // The switches of pooled allocation, read at every allocation and release. Both are zero at
 // start-up, and while the first is zero everything comes from the plain heap.
 //
@@ -17,3 +19,5 @@ extern qint32 zemPooledAssociations;
 // The plain heap behind every pooled path. heapAllocate throws std::bad_alloc.
 void *heapAllocate(std::size_t bytes);
 void heapFree(void *block) noexcept;
+
+}  // namespace corvane

@@ -8,6 +8,8 @@
 #include <unistd.h>
 #endif
 
+namespace corvane {
+
 namespace {
 
 constexpr auto kInterval = std::chrono::milliseconds(250);
@@ -50,3 +52,5 @@ void ProgressLine::finish() {
     shownLength_ = 0;
   }
 }
+
+}  // namespace corvane

@@ -4,6 +4,8 @@
 #include <functional>
 #include <string>
 
+namespace corvane {
+
 // One line on standard error that tells where a long run is, rewritten a few times a second. Silent
 // unless standard error is a terminal.
 class ProgressLine {
@@ -23,3 +25,5 @@ class ProgressLine {
   Clock::time_point due_;
   std::size_t shownLength_ = 0;
 };
+
+}  // namespace corvane

@@ -5,6 +5,8 @@
 
 #include "core/skip_node.h"
 
+namespace corvane {
+
 namespace {
 
 constexpr quint32 kTopBit = 0x80000000U;
@@ -73,3 +75,5 @@ int countedLevel(quint32 n, int k) {
   }
   return withOddReduction(level, k);
 }
+
+}  // namespace corvane

@@ -2,6 +2,8 @@
 
 #include <QtGlobal>
 
+namespace corvane {
+
 // How the levels of new skip-list nodes are chosen (W. Pugh, "Skip Lists: A Probabilistic
 // Alternative to Balanced Trees", CACM 33(6), 1990), with a parameter k that sets how thin the
 // levels are.
@@ -19,3 +21,5 @@ int randomLevel(quint32 &state, int k);
 // The level of the node that makes the count n (n >= 1), by the powers of 2 that divide n; the rule
 // for elements that are appended in order. Same reduction for odd k. At most 32.
 int countedLevel(quint32 n, int k);
+
+}  // namespace corvane

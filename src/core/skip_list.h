@@ -8,6 +8,8 @@
 #include "core/skip_levels.h"
 #include "core/skip_node.h"
 
+namespace corvane {
+
 template <typename T>
 class SkipListAppender;
 template <typename T>
@@ -277,3 +279,5 @@ class skipList {
   qint32 levelCount_ = 3;
   qint32 duplicatesAllowed_;
 };
+
+}  // namespace corvane

@@ -2,6 +2,8 @@
 
 #include "core/skip_list.h"
 
+namespace corvane {
+
 // Appends elements to a list, one after the other, of which its user knows that each orders after
 // all that the list holds. The outcome is that of as many calls of append(), but nothing is
 // compared and the end is looked for once.
@@ -24,3 +26,5 @@ class SkipListAppender {
   // The last node of every level.
   typename skipList<T>::Path ends_;
 };
+
+}  // namespace corvane

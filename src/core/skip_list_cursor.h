@@ -2,6 +2,8 @@
 
 #include "core/skip_list.h"
 
+namespace corvane {
+
 // Walks a list in order: first(), then next() until null hands over every element once. The list
 // may grow meanwhile, but the element under the cursor must not be removed.
 template <typename T>
@@ -122,3 +124,5 @@ class SkipListGroupCursor {
   SkipNode *current_;
   SkipNode *groupEnd_;
 };
+
+}  // namespace corvane

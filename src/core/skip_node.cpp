@@ -9,6 +9,8 @@
 #include "core/pooled_allocation.h"
 #include "core/zem_mem_mgr_factory.h"
 
+namespace corvane {
+
 namespace {
 
 constexpr int kPooledLevels = 16;
@@ -54,3 +56,5 @@ void SkipNode::release(SkipNode *node, int level) {
   std::memcpy(static_cast<void *>(node->forward()), &word, sizeof word);
   slotOf(level)->freeFast(node);
 }
+
+}  // namespace corvane

@@ -2,6 +2,8 @@
 
 #include <cstddef>
 
+namespace corvane {
+
 // A node of a skip list: the element, followed by one forward pointer for each of its levels. The
 // node does not know its level.
 struct SkipNode {
@@ -23,3 +25,5 @@ struct SkipNode {
   static SkipNode *allocate(void *element, int level);
   static void release(SkipNode *node, int level);
 };
+
+}  // namespace corvane

@@ -5,6 +5,8 @@
 
 #include "core/text.h"
 
+namespace corvane {
+
 TextTable::Id TextTable::idOf(std::string_view bytes) {
   if (const Id *known = idOfBytes_.find(bytes)) {
     return *known;
@@ -33,3 +35,5 @@ TextTable::Id TextTable::add(const QString &text) {
   idOfText_.insert(text, id);
   return id;
 }
+
+}  // namespace corvane

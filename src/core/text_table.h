@@ -7,6 +7,8 @@
 
 #include "core/bytes_map.h"
 
+namespace corvane {
+
 // Gives every distinct text of a file a small number, so that a text that recurs is decoded once,
 // held once and compared by its number. Different bytes may spell the same text.
 class TextTable {
@@ -29,3 +31,5 @@ class TextTable {
   QHash<QString, Id> idOfText_;
   std::vector<QString> texts_;
 };
+
+}  // namespace corvane

@@ -10,6 +10,8 @@
 
 #include "core/pooled_allocation.h"
 
+namespace corvane {
+
 // Stands at the start of a chunk; the blocks follow it. Blocks may be aligned to 4 only, so the
 // link that a free block holds in its first 8 bytes is copied in and out.
 struct ZemMemMgr::Chunk {
@@ -218,3 +220,5 @@ void ZemMemMgr::releaseChunk(Chunk &chunk) {
   --chunkCount_;
   heapFree(&chunk);
 }
+
+}  // namespace corvane

@@ -4,6 +4,8 @@
 #include <map>
 #include <string>
 
+namespace corvane {
+
 // How a pool cuts its chunks. All sizes are bytes, all arithmetic is 32 bits wide.
 struct ZemMemGeometry {
   quint32 blockSize = 0;
@@ -80,3 +82,5 @@ class ZemMemMgr {
   ChunkList full_;
   AddressIndex byAddress_;
 };
+
+}  // namespace corvane

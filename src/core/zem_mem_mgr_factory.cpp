@@ -3,6 +3,8 @@
 #include <iostream>
 #include <memory>
 
+namespace corvane {
+
 namespace {
 
 constexpr quint32 kRequestedBuckets = 19;
@@ -69,3 +71,5 @@ ZemMemMgr *ZemMemMgrFactory::enter(ZemMemMgrKey key, quint32 blockSize, const st
   (void)ownedKey.release();
   return pool.release();  // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
 }
+
+}  // namespace corvane

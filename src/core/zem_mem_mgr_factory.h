@@ -6,6 +6,8 @@
 #include "core/hash_dictionary.h"
 #include "core/zem_mem_mgr.h"
 
+namespace corvane {
+
 // Identifies the geometry of a pool: chunk size x blocks per chunk + block size, 32 bits wide, and
 // further on where two geometries collide.
 struct ZemMemMgrKey {
@@ -46,3 +48,5 @@ class ZemMemMgrFactory : public hashDictionary<ZemMemMgrKey, ZemMemMgr, OrbHash<
 
   bool sharing_;
 };
+
+}  // namespace corvane

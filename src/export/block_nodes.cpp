@@ -6,6 +6,8 @@
 #include "export/names.h"
 #include "export/storage_nodes.h"
 
+namespace corvane {
+
 namespace {
 
 constexpr int kLevelArgument = 3;
@@ -85,3 +87,5 @@ bool writeOrderStorage(ModelData &data, ImportFile &file, const Order &order, Na
   file.line("addnodetoset ", utf8(set), " ", node);
   return true;
 }
+
+}  // namespace corvane

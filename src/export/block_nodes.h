@@ -6,6 +6,8 @@
 #include "export/import_file.h"
 #include "export/model_data.h"
 
+namespace corvane {
+
 // The demand of the customers: a node for each grade, customer and width, with the ordered amount
 // in its period, grouped for each grade and customer in a set with a block; between them the
 // freight (see freight_arcs.h).
@@ -39,3 +41,5 @@ void writeBlocks(ModelData &data, ImportFile &file, std::ostream &log);
 // The demand of one order, which counts for the total demand; true when its node is new.
 bool writeOrderStorage(ModelData &data, ImportFile &file, const Order &order, NameSet &orderNodes,
                        NameSet &orderSets, quint32 blockRow);
+
+}  // namespace corvane

@@ -6,6 +6,8 @@
 #include "core/text.h"
 #include "export/names.h"
 
+namespace corvane {
+
 namespace {
 
 constexpr double kPoundsPerRate = 2000.0;
@@ -89,3 +91,5 @@ double freightCost(const ModelData &data, const Cutter &cutter, const Order &ord
   }
   return rate->rate / kPoundsPerRate * cutter.lbsPerInch * order.width;
 }
+
+}  // namespace corvane

@@ -5,6 +5,8 @@
 #include "export/import_file.h"
 #include "export/model_data.h"
 
+namespace corvane {
+
 // The freight of an order: arcs from a cutter's storage node of its width to its own node, priced
 // by the freight rate from the cutter's mill to the customer. With the delay setting every mode of
 // transport has a node on the way that holds the goods for its delay.
@@ -29,3 +31,5 @@ void writeOrderFreight(ModelData &data, ImportFile &file, const Cutter &cutter, 
 // when there is no rate for the mode.
 double freightCost(const ModelData &data, const Cutter &cutter, const Order &order,
                    const QString &mode);
+
+}  // namespace corvane

@@ -8,6 +8,8 @@
 
 #include "core/numbers.h"
 
+namespace corvane {
+
 // The import file: a script of one command a line for the network-planning tool,
 //
 //   line       = keyword { " <" attribute "> " value }
@@ -44,3 +46,5 @@ class ImportFile {
   std::ostream &out_;
   std::string line_;
 };
+
+}  // namespace corvane

@@ -4,6 +4,8 @@
 #include "core/text.h"
 #include "export/names.h"
 
+namespace corvane {
+
 namespace {
 
 constexpr quint32 kRowStep = 50;
@@ -57,3 +59,5 @@ void writeCutterNodes(const ModelData &data, ImportFile &file, const Cutter &cut
             " <flow> 0 <fixed> False <opportunity> 0 <cost> 0 <min> 0 <max> +infinity");
   ++row;
 }
+
+}  // namespace corvane

@@ -3,6 +3,8 @@
 #include "export/import_file.h"
 #include "export/model_data.h"
 
+namespace corvane {
+
 // Machines and their processes: one machine for each location and name of the cutters, with its
 // time in every period, and one process for each cutter, which turns machine time into deckle.
 //
@@ -22,3 +24,5 @@ void writeMachineNodes(const ModelData &data, ImportFile &file);
 // whether the machine of its group stands.
 void writeCutterNodes(const ModelData &data, ImportFile &file, const Cutter &cutter, quint32 &row,
                       bool &machineWritten);
+
+}  // namespace corvane

@@ -3,6 +3,8 @@
 #include "core/skip_list_cursor.h"
 #include "export/names.h"
 
+namespace corvane {
+
 ModelData::ModelData(const PlanningData &thePlanning, const PatternSets &thePatterns,
                      const ExportSettings &theSettings)
     : planning(thePlanning),
@@ -46,3 +48,5 @@ void forEachPlannedCutter(const ModelData &data, const std::function<void(const 
     }
   });
 }
+
+}  // namespace corvane

@@ -9,6 +9,8 @@
 #include "generation/pattern_set.h"
 #include "planning/planning_data.h"
 
+namespace corvane {
+
 // What the export reads of the run parameters.
 struct ExportSettings {
   bool batch = false;
@@ -62,3 +64,5 @@ struct ModelData {
 
 // Calls visit(cutter) for every cutter of a planned grade, in list order.
 void forEachPlannedCutter(const ModelData &data, const std::function<void(const Cutter &)> &visit);
+
+}  // namespace corvane

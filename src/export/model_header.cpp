@@ -2,6 +2,8 @@
 
 #include "core/skip_list_cursor.h"
 
+namespace corvane {
+
 namespace {
 
 constexpr int kLevelArgument = 3;
@@ -59,3 +61,5 @@ void writePeriods(const ModelData &data, ImportFile &file) {
 void writeTrailer(ImportFile &file) {
   file.line("# End of Corvane. import file.");
 }
+
+}  // namespace corvane

@@ -3,6 +3,8 @@
 #include "export/import_file.h"
 #include "export/model_data.h"
 
+namespace corvane {
+
 // The opening of the import file and its last line.
 //
 //   addroot <CompressBlockNodes> True <batchSizeSolve> False ...
@@ -18,3 +20,5 @@ void writeRoot(const ModelData &data, ImportFile &file);
 void writeCommodities(ModelData &data, ImportFile &file);
 void writePeriods(const ModelData &data, ImportFile &file);
 void writeTrailer(ImportFile &file);
+
+}  // namespace corvane

@@ -3,6 +3,8 @@
 #include "core/numbers.h"
 #include "core/text.h"
 
+namespace corvane {
+
 namespace {
 
 QString number(double value, int decimals) {
@@ -61,3 +63,5 @@ std::string wasteNodeName(const QString &grade) {
 std::string quoted(const QString &text) {
   return '"' + utf8(text) + '"';
 }
+
+}  // namespace corvane

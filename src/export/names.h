@@ -8,6 +8,8 @@
 #include "planning/freight_rate.h"
 #include "planning/order.h"
 
+namespace corvane {
+
 // The names of nodes and sets, quotes included. Widths stand in them without decimals where they
 // name a deckle and with three where they name a demand width.
 
@@ -28,3 +30,5 @@ std::string wasteNodeName(const QString &grade);  // "{grade}_Waste"
 
 // The text in quotes, in UTF-8.
 std::string quoted(const QString &text);
+
+}  // namespace corvane

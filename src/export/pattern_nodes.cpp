@@ -4,6 +4,8 @@
 #include "core/text.h"
 #include "export/names.h"
 
+namespace corvane {
+
 namespace {
 
 constexpr quint32 kRowStep = 20;
@@ -120,3 +122,5 @@ void writeCutterPatterns(ModelData &data, ImportFile &file, const Cutter &cutter
     ++data.rows.batch;
   });
 }
+
+}  // namespace corvane

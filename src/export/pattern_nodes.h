@@ -3,6 +3,8 @@
 #include "export/import_file.h"
 #include "export/model_data.h"
 
+namespace corvane {
+
 // The patterns: a process for each pattern of each cutter, which turns deckle into demand widths
 // and waste; with the batch setting a batch node for each period before it, which models the
 // set-up.
@@ -26,3 +28,5 @@ void writePatternNodes(ModelData &data, ImportFile &file);
 
 // The patterns of one cutter of a planned grade. Counts a row of the drawing for each.
 void writeCutterPatterns(ModelData &data, ImportFile &file, const Cutter &cutter);
+
+}  // namespace corvane

@@ -4,6 +4,8 @@
 #include "export/names.h"
 #include "export/waste_nodes.h"
 
+namespace corvane {
+
 namespace {
 
 constexpr int kColumn = 710;
@@ -58,3 +60,5 @@ void writeBlockNode(ImportFile &file, const std::string &name, int x, quint32 y,
             "<sourcingChange> True <node> \"None\"",
             period.empty() ? "" : " <period> ", period);
 }
+
+}  // namespace corvane

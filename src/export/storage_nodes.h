@@ -3,6 +3,8 @@
 #include "export/import_file.h"
 #include "export/model_data.h"
 
+namespace corvane {
+
 // The storage of every cutter: a node for each demand width of its grade, grouped in a set with a
 // block; then the waste nodes and the arcs that lead to both.
 //
@@ -25,3 +27,5 @@ void writeCutterStorage(ModelData &data, ImportFile &file, const Cutter &cutter,
 // The line of a block node, for cutters and for orders; the period (quoted) may be empty.
 void writeBlockNode(ImportFile &file, const std::string &name, int x, quint32 y,
                     const std::string &period);
+
+}  // namespace corvane

@@ -4,6 +4,8 @@
 #include "core/text.h"
 #include "export/names.h"
 
+namespace corvane {
+
 namespace {
 
 constexpr quint32 kRowStep = 80;
@@ -53,3 +55,5 @@ void writeCutterArcs(const ModelData &data, ImportFile &file, const Cutter &cutt
     }
   });
 }
+
+}  // namespace corvane

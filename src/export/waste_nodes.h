@@ -3,6 +3,8 @@
 #include "export/import_file.h"
 #include "export/model_data.h"
 
+namespace corvane {
+
 // Where the yields of the patterns go: the waste of a grade to its waste node, at the waste cost of
 // the cutter, and each demand width to the cutter's storage node of that width.
 //
@@ -22,3 +24,5 @@ void writeWasteDemandNode(const ModelData &data, ImportFile &file, const QString
 
 // The arcs of all patterns of one cutter of a planned grade.
 void writeCutterArcs(const ModelData &data, ImportFile &file, const Cutter &cutter);
+
+}  // namespace corvane

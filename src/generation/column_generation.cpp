@@ -14,6 +14,8 @@
 #include "generation/price_list.h"
 #include "generation/pricing.h"
 
+namespace corvane {
+
 namespace {
 
 // Makes patterns of candidates. Most turn out to be in their set already; such a pattern becomes
@@ -187,3 +189,5 @@ void generateColumns(const GradeDemand &demand, const std::vector<double> &deckl
                      const GenerationContext &context) {
   GradeGenerator(demand, deckleWidths.front(), context).run();
 }
+
+}  // namespace corvane

@@ -11,6 +11,8 @@
 #include "generation/pattern_set.h"
 #include "planning/demand_table.h"
 
+namespace corvane {
+
 // What column generation works with, beside the grade: all of it outlives the call.
 struct GenerationContext {
   const GenerationSettings &settings;
@@ -29,3 +31,5 @@ struct GenerationContext {
 // deckleWidths are the grade's, ascending, inches. A fault of the solver ends the run.
 void generateColumns(const GradeDemand &demand, const std::vector<double> &deckleWidths,
                      const GenerationContext &context);
+
+}  // namespace corvane

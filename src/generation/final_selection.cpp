@@ -8,6 +8,8 @@
 #include "generation/lp_solver.h"
 #include "generation/width_tally.h"
 
+namespace corvane {
+
 namespace {
 
 // Calls visit(set, pattern) for every column of the grade's LP, in column order.
@@ -139,3 +141,5 @@ void selectPatterns(const QLinkedList<QString> &grades, const QLinkedList<QStrin
   }
   solver.close();
 }
+
+}  // namespace corvane

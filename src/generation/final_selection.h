@@ -9,6 +9,8 @@
 #include "generation/pattern_set.h"
 #include "planning/demand_table.h"
 
+namespace corvane {
+
 // The final selection: for every grade and period the LP over all patterns of the grade,
 //
 //   minimise    sum_j D_j x_j
@@ -26,3 +28,5 @@ void selectPatterns(const QLinkedList<QString> &grades, const QLinkedList<QStrin
 // Ends the run with the text when the two counts differ: a guard against a fault of our own.
 void requireEqualCounts(std::size_t counted, std::size_t built, const char *text,
                         std::ostream &log);
+
+}  // namespace corvane

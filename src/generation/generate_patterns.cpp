@@ -9,6 +9,8 @@
 #include "generation/final_selection.h"
 #include "generation/pattern_report.h"
 
+namespace corvane {
+
 namespace {
 
 constexpr std::time_t kSeedsFromClock = 10000;
@@ -58,3 +60,5 @@ void generatePatterns(const PlanningData &data, const GenerationSettings &settin
   generateAndSelectPatterns(data, settings, sets, random, progress, log);
   prunePatterns(sets);
 }
+
+}  // namespace corvane

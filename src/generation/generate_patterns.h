@@ -8,6 +8,8 @@
 #include "generation/pattern_set.h"
 #include "planning/planning_data.h"
 
+namespace corvane {
+
 // The whole of pattern generation: seeds the generator, creates the pattern sets, generates columns
 // grade by grade, selects, reports and prunes. Afterwards the sets hold the patterns of the model.
 // REQUIRES the planning data; faults end the run.
@@ -26,3 +28,5 @@ void generateAndSelectPatterns(const PlanningData &data, const GenerationSetting
 std::vector<double> createPatternSets(const QString &grade,
                                       const std::vector<const Cutter *> &cutters,
                                       PatternSets &sets);
+
+}  // namespace corvane

@@ -2,6 +2,8 @@
 
 #include <QtGlobal>
 
+namespace corvane {
+
 // What pattern generation reads of the run parameters.
 struct GenerationSettings {
   qint32 maximumWidthsInPattern = 5;      // 5 to 10
@@ -13,3 +15,5 @@ struct GenerationSettings {
   qint32 occurMin = 1;                    // patterns that each demand width should occur in
   bool barrier = false;                   // barrier method instead of the primal simplex
 };
+
+}  // namespace corvane

@@ -4,6 +4,8 @@
 
 #include "core/fatal.h"
 
+namespace corvane {
+
 namespace {
 
 void require(bool allocated, const char *what, std::ostream &log) {
@@ -36,3 +38,5 @@ void LpArrays::allocateBounds(std::size_t columns, std::ostream &log) {
 void LpArrays::allocateRightHandSides(std::size_t rows, std::ostream &log) {
   require(rightHandSides.allocate(rows, 0.0), "right hand side", log);
 }
+
+}  // namespace corvane

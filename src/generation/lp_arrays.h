@@ -4,6 +4,8 @@
 
 #include "core/checked_array.h"
 
+namespace corvane {
+
 // The arrays of one LP as the solver takes them: minimise, rows >= right-hand side, columns from 0
 // to infinity. Each part that cannot be had ends the run with words of its own; the parts are taken
 // in the order in which they stand here.
@@ -32,3 +34,5 @@ struct LpArrays {
   CheckedArray<double> upper;
   CheckedArray<double> rightHandSides;
 };
+
+}  // namespace corvane

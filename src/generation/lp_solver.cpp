@@ -6,6 +6,8 @@
 #include "core/fatal.h"
 #include "core/text.h"
 
+namespace corvane {
+
 namespace {
 
 constexpr int kOptimal = 1;
@@ -97,3 +99,5 @@ void LpSolver::freeProblem() {
     endRun(log_, "Error: LP did not unload successfully.");
   }
 }
+
+}  // namespace corvane

@@ -7,6 +7,8 @@
 #include "generation/lp_arrays.h"
 #include "solver/callable_library.h"
 
+namespace corvane {
+
 // The LP solver as pattern generation uses it: one environment and one current problem. Every
 // failure that is looked at ends the run with its words on standard output and in the log; nothing
 // is cleaned up then, and the destructor does nothing either.
@@ -48,3 +50,5 @@ class LpSolver {
   int rows_ = 0;
   int columns_ = 0;
 };
+
+}  // namespace corvane

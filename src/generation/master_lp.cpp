@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <memory>
 
+namespace corvane {
+
 namespace {
 
 PatternCompPattern *findSet(const std::vector<PatternCompPattern *> &gradeSets,
@@ -47,3 +49,5 @@ void buildMasterLp(const std::vector<double> &widths, const std::vector<DemandEn
     lp.rightHandSides[row] = static_cast<double>(demands[row].quantity);
   }
 }
+
+}  // namespace corvane

@@ -7,6 +7,8 @@
 #include "generation/pattern_set.h"
 #include "planning/demand_table.h"
 
+namespace corvane {
+
 // The master LP of one grade and period: how often to run each known pattern so that every demanded
 // width is covered, with the least paper.
 //
@@ -23,3 +25,5 @@
 void buildMasterLp(const std::vector<double> &widths, const std::vector<DemandEntry> &demands,
                    double smallestDeckleWidth, const std::vector<PatternCompPattern *> &gradeSets,
                    PatternSets &sets, LpArrays &lp, std::ostream &log);
+
+}  // namespace corvane

@@ -4,6 +4,8 @@
 #include "core/pooled_allocation.h"
 #include "core/zem_mem_mgr_factory.h"
 
+namespace corvane {
+
 namespace {
 
 constexpr quint32 kPatternSize = 40;
@@ -38,3 +40,5 @@ void Pattern::operator delete(void *block) noexcept {
 void sortWidthsDescending(Pattern &pattern) {
   exchangeSort(pattern.widths, [](double a, double b) { return b > a; });
 }
+
+}  // namespace corvane

@@ -3,6 +3,8 @@
 #include <QLinkedList>
 #include <cstddef>
 
+namespace corvane {
+
 // One way of slitting one deckle width of one grade into order widths.
 //
 // Patterns are made with new and released with delete, which take the "Pattern" pool while pooled
@@ -32,3 +34,5 @@ void createPatternPool();
 
 // Exchanges the widths into descending order, so that patterns of the same widths compare equal.
 void sortWidthsDescending(Pattern &pattern);
+
+}  // namespace corvane

@@ -2,6 +2,8 @@
 
 #include <QtGlobal>
 
+namespace corvane {
+
 // The linear congruential generator of pattern generation (D. E. Knuth, "The Art of Computer
 // Programming", vol. 2, section 3.2.1), with a range of indexes to draw from. One run draws one
 // sequence. All arithmetic is unsigned, 32 bits wide, and wraps.
@@ -40,3 +42,5 @@ class PatternRandom {
   quint32 low_ = 0;
   quint32 high_ = 100;
 };
+
+}  // namespace corvane

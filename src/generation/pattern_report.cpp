@@ -9,6 +9,8 @@
 #include "core/numbers.h"
 #include "core/skip_list_cursor.h"
 
+namespace corvane {
+
 namespace {
 
 // The report of one pattern set. Patterns and widths are numbered: patterns in the order of the
@@ -149,3 +151,5 @@ void reportPatterns(const QLinkedList<QString> &grades, int periodCount, const D
     }
   }
 }
+
+}  // namespace corvane

@@ -7,6 +7,8 @@
 #include "generation/pattern_set.h"
 #include "planning/demand_table.h"
 
+namespace corvane {
+
 // Marks, for every pattern set and period, the patterns that enter the model: those that the final
 // selection uses, and further ones for demand widths that occur in fewer than occurMin patterns.
 // Each width that still does is reported on standard output and in the log. Widths are compared
@@ -16,3 +18,5 @@
 // the widths in the patterns times the periods.
 void reportPatterns(const QLinkedList<QString> &grades, int periodCount, const DemandTable &demand,
                     PatternSets &sets, qint32 occurMin, std::ostream &log);
+
+}  // namespace corvane

@@ -11,6 +11,8 @@
 #include "core/skip_list_appender.h"
 #include "core/skip_list_cursor.h"
 
+namespace corvane {
+
 namespace {
 
 constexpr int kLevelArgument = 3;
@@ -205,3 +207,5 @@ void prunePatterns(PatternSets &sets) {
     pruneSet(*descriptor);
   }
 }
+
+}  // namespace corvane

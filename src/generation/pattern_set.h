@@ -9,6 +9,8 @@
 #include "core/skip_list.h"
 #include "generation/pattern.h"
 
+namespace corvane {
+
 // Doubles that differ by no more than this are equal in pattern comparisons and in the test of a
 // reduced cost.
 inline constexpr double kPatternTolerance = 1e-8;
@@ -90,3 +92,5 @@ struct PatternSets {
 // Destroys every pattern that is in the model in no period, and the lists by reduced cost, which
 // name such patterns.
 void prunePatterns(PatternSets &sets);
+
+}  // namespace corvane

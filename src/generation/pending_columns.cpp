@@ -2,6 +2,8 @@
 
 #include "core/fatal.h"
 
+namespace corvane {
+
 namespace {
 
 constexpr std::size_t kFirstColumns = 128;
@@ -65,3 +67,5 @@ void PendingColumns::requireUpper(bool had) {
     endRun(log_, "Error: Could not allocate memory for additions to the upper bounds.");
   }
 }
+
+}  // namespace corvane

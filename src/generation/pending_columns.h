@@ -7,6 +7,8 @@
 #include "generation/lp_arrays.h"
 #include "generation/width_tally.h"
 
+namespace corvane {
+
 // The columns that one iteration adds to the master LP. Memory is taken as columns arrive; what
 // cannot be had ends the run.
 class PendingColumns {
@@ -33,3 +35,5 @@ class PendingColumns {
   LpArrays columns_;
   std::vector<TallyEntry> tally_;
 };
+
+}  // namespace corvane

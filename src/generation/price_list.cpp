@@ -6,6 +6,8 @@
 
 #include "core/exchange_sort.h"
 
+namespace corvane {
+
 namespace {
 
 bool isBetter(const RankedRow &a, const RankedRow &b) {
@@ -132,3 +134,5 @@ void PriceList::buildFittingTable(const std::vector<RankedRow> &ranking) {
     entry.best = best;
   }
 }
+
+}  // namespace corvane

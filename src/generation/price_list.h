@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <vector>
 
+namespace corvane {
+
 // One row of the master LP as pricing sees it.
 struct PriceEntry {
   double width;  // inches
@@ -53,3 +55,5 @@ class PriceList {
   std::vector<FittingEntry> byWidth_;  // ascending
   bool hasUnorderedDuals_ = false;
 };
+
+}  // namespace corvane

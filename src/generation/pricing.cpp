@@ -4,6 +4,8 @@
 
 #include "generation/pattern_set.h"
 
+namespace corvane {
+
 namespace {
 
 constexpr int kSmallestPickSet = 15;
@@ -67,3 +69,5 @@ void setPickRange(int widthCount, double percentage, PatternRandom &random) {
   }
   random.setRange(0, static_cast<quint32>(size) - 1U);
 }
+
+}  // namespace corvane

@@ -5,6 +5,8 @@
 #include "generation/pattern_random.h"
 #include "generation/price_list.h"
 
+namespace corvane {
+
 // Pricing: patterns of negative reduced cost, built at random.
 //
 // A pattern for deckle width D that cuts width i a_i times costs D and earns the dual values y_i of
@@ -38,3 +40,5 @@ bool priceCandidate(double deckleWidth, const PriceList &prices, const PricingLi
 // Sets the range of draws to the first `percentage` percent of the widths (truncated), but to at
 // least 15 widths, or all if there are fewer. Does nothing for no widths.
 void setPickRange(int widthCount, double percentage, PatternRandom &random);
+
+}  // namespace corvane

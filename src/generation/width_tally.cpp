@@ -5,6 +5,8 @@
 
 #include "core/exchange_sort.h"
 
+namespace corvane {
+
 void tallyWidths(const QLinkedList<double> &widths, std::vector<TallyEntry> &tally) {
   tally.clear();
   for (const double width : widths) {
@@ -24,3 +26,5 @@ int rowOf(double width, const std::vector<double> &rowWidths) {
   const auto row = std::lower_bound(rowWidths.begin(), rowWidths.end(), width, std::greater<>());
   return static_cast<int>(row - rowWidths.begin());
 }
+
+}  // namespace corvane

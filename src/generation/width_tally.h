@@ -3,6 +3,8 @@
 #include <QLinkedList>
 #include <vector>
 
+namespace corvane {
+
 // A pattern's widths as nonzeros of its column.
 
 struct TallyEntry {
@@ -16,3 +18,5 @@ void tallyWidths(const QLinkedList<double> &widths, std::vector<TallyEntry> &tal
 // The position of the width among the rows, which are distinct and descending; logarithmic.
 // REQUIRES that it is there: every width of a pattern comes from the rows.
 int rowOf(double width, const std::vector<double> &rowWidths);
+
+}  // namespace corvane

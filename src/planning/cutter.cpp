@@ -1,5 +1,7 @@
 #include "planning/cutter.h"
 
+namespace corvane {
+
 int CutterComp::compare(const Cutter &a, const Cutter &b) const {
   if (const int order = compareKeys(a.location, b.location); order != 0) {
     return order;
@@ -16,3 +18,5 @@ int CutterCompByName::compare(const Cutter &a, const Cutter &b) const {
   }
   return compareKeys(a.name, b.name);
 }
+
+}  // namespace corvane

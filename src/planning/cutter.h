@@ -4,6 +4,8 @@
 
 #include "core/comparison.h"
 
+namespace corvane {
+
 // A cutter (a winder with its slitters): the machine that slits a deckle of one grade.
 struct Cutter {
   QString location;  // the mill or site where it stands
@@ -26,3 +28,5 @@ class CutterCompByName : public Comparison<Cutter> {
  public:
   int compare(const Cutter &a, const Cutter &b) const override;
 };
+
+}  // namespace corvane

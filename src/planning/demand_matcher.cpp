@@ -5,6 +5,8 @@
 
 #include "core/numbers.h"
 
+namespace corvane {
+
 void DemandMatcher::add(quint32 row, qint32 quantity) {
   std::vector<std::size_t> &equal = byQuantity_[quantity];
   if (equal.empty()) {
@@ -28,3 +30,5 @@ void DemandMatcher::clear() {
   }
   entries_.clear();
 }
+
+}  // namespace corvane

@@ -4,6 +4,8 @@
 #include <unordered_map>
 #include <vector>
 
+namespace corvane {
+
 // Turns the orders of one grade, period and width, as they come in, into demand entries: an order
 // adds its quantity to the first entry of just that quantity; without one it gets an entry of its
 // own. (A repeated order, whose quantity has grown by the merge, therefore gets a second entry with
@@ -29,3 +31,5 @@ class DemandMatcher {
   // For a quantity the entries that have it now, by number, the first on top of the heap.
   std::unordered_map<qint32, std::vector<std::size_t>> byQuantity_;
 };
+
+}  // namespace corvane

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <functional>
 
+namespace corvane {
+
 namespace {
 
 void appendWidths(const PeriodDemand &demand, std::vector<double> &widths) {
@@ -45,3 +47,5 @@ const std::vector<DemandEntry> &demandList(const PeriodDemand *demand) {
   static const std::vector<DemandEntry> none;
   return demand != nullptr ? demand->firstOfWidths : none;
 }
+
+}  // namespace corvane

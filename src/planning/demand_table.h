@@ -5,6 +5,8 @@
 #include <QString>
 #include <vector>
 
+namespace corvane {
+
 // Demand by grade, period and width. Every level keeps the order of first appearance in the order
 // file; the indexes beside it serve look-ups by name.
 
@@ -56,3 +58,5 @@ std::vector<double> distinctWidths(const GradeDemand &demand);
 // The demand list of a period: each width once, with the quantity of its first entry, widest first.
 // Empty for null.
 const std::vector<DemandEntry> &demandList(const PeriodDemand *demand);
+
+}  // namespace corvane

@@ -5,6 +5,8 @@
 #include "core/numbers.h"
 #include "core/text.h"
 
+namespace corvane {
+
 int FreightRateComp::compare(const FreightRate &a, const FreightRate &b) const {
   if (const int order = compareKeys(a.customer, b.customer); order != 0) {
     return order;
@@ -27,3 +29,5 @@ void printFreightRate(std::ostream &out, const FreightRate &rate) {
       << " Mode: " << utf8(rate.mode) << " Rate: " << general(rate.rate)
       << " Delay: " << general(rate.delay);
 }
+
+}  // namespace corvane

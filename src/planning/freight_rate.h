@@ -5,6 +5,8 @@
 
 #include "core/comparison.h"
 
+namespace corvane {
+
 // What it costs and how long it takes to ship from a mill to a customer by one mode of transport.
 struct FreightRate {
   QString customer;
@@ -28,3 +30,5 @@ class FreightRateCustMillComp : public Comparison<FreightRate> {
 
 // Writes "Customer: {} Mill: {} Mode: {} Rate: {} Delay: {}", without a line end.
 void printFreightRate(std::ostream &out, const FreightRate &rate);
+
+}  // namespace corvane

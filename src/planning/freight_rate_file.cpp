@@ -9,6 +9,8 @@
 #include "core/numbers.h"
 #include "core/text.h"
 
+namespace corvane {
+
 namespace {
 
 void setText(FieldSplitter &fields, QString &target) {
@@ -63,3 +65,5 @@ void readFreightRateFile(PlanningData &data, const QString &fileName, std::ifstr
   } while (status != LineReader::Status::kEnd);
   file.close();
 }
+
+}  // namespace corvane

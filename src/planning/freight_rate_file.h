@@ -7,6 +7,8 @@
 #include "core/line_reader.h"
 #include "planning/planning_data.h"
 
+namespace corvane {
+
 // The freight rate file: one rate a line, "customer,mill,mode,rate,delay". Runs of commas count as
 // one; there is no header and no comment.
 
@@ -18,3 +20,5 @@ void readFreightRateFile(PlanningData &data, const QString &fileName, std::ifstr
 
 // Reads the line that the reader stands on into the rate. Missing fields stay unset, in silence.
 void readFreightRate(LineReader &line, FreightRate &rate);
+
+}  // namespace corvane

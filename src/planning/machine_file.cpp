@@ -13,6 +13,8 @@
 #include "core/numbers.h"
 #include "core/text.h"
 
+namespace corvane {
+
 namespace {
 
 // Distinct widths in order of appearance. A width that is not a number equals nothing and is always
@@ -114,3 +116,5 @@ void readMachineFile(PlanningData &data, const QString &fileName, std::ifstream 
   sortAscending(data.cutterWidths);
   file.close();
 }
+
+}  // namespace corvane

@@ -7,6 +7,8 @@
 #include "core/line_reader.h"
 #include "planning/planning_data.h"
 
+namespace corvane {
+
 // The machine file: one cutter a line, "Location,Name,Grade,Width,Capacity,Lbs/Inch,WasteCost".
 // Runs of commas count as one; there is no header and no comment.
 
@@ -19,3 +21,5 @@ void readMachineFile(PlanningData &data, const QString &fileName, std::ifstream 
 // Reads the line that the reader stands on into the cutter. Each missing field gets a message on
 // standard error and stays unset; an empty line leaves the cutter as it is.
 void readCutter(LineReader &line, Cutter &cutter);
+
+}  // namespace corvane

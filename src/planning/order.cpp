@@ -1,5 +1,7 @@
 #include "planning/order.h"
 
+namespace corvane {
+
 int OrderComp::compare(const Order &a, const Order &b) const {
   if (const int order = compareKeys(a.grade, b.grade); order != 0) {
     return order;
@@ -12,3 +14,5 @@ int OrderComp::compare(const Order &a, const Order &b) const {
   }
   return compareKeys(a.width, b.width);
 }
+
+}  // namespace corvane

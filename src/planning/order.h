@@ -4,6 +4,8 @@
 
 #include "core/comparison.h"
 
+namespace corvane {
+
 // A customer order: rolls of one width of one grade in one period.
 struct Order {
   QString grade;
@@ -20,3 +22,5 @@ class OrderComp : public Comparison<Order> {
  public:
   int compare(const Order &a, const Order &b) const override;
 };
+
+}  // namespace corvane

@@ -8,6 +8,8 @@
 #include "core/numbers.h"
 #include "core/skip_list_appender.h"
 
+namespace corvane {
+
 namespace {
 
 // No quantity is negative; that of an order from an empty line is 0.
@@ -191,3 +193,5 @@ std::unique_ptr<Order> OrderCollector::orderOf(const Slot &slot, const Row &row)
                                        widths_[row.width], row.quantity, 1,
                                        texts_.text(slot.period)});
 }
+
+}  // namespace corvane

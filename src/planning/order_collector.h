@@ -11,6 +11,8 @@
 #include "planning/order_texts.h"
 #include "planning/planning_data.h"
 
+namespace corvane {
+
 // Collects the accepted orders of a file and turns them into the orders, the demand table, the
 // grades and the periods.
 //
@@ -86,3 +88,5 @@ class OrderCollector {
   // to another.
   std::vector<qint32> entryQuantities_;
 };
+
+}  // namespace corvane

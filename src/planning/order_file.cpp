@@ -10,6 +10,8 @@
 #include "core/text.h"
 #include "planning/order_collector.h"
 
+namespace corvane {
+
 namespace {
 
 using Field = std::optional<std::string_view>;
@@ -122,3 +124,5 @@ void readOrderFile(PlanningData &data, const QString &fileName, std::ifstream &f
   orders.finish();
   file.close();
 }
+
+}  // namespace corvane

@@ -9,6 +9,8 @@
 #include "planning/order_texts.h"
 #include "planning/planning_data.h"
 
+namespace corvane {
+
 // The order file: one order a line, "period,grade,width,quantity,customer name". Runs of commas
 // count as one; there is no header and no comment.
 
@@ -38,3 +40,5 @@ bool acceptField(std::string_view field, const char *name);
 
 // Whether some cutter of the line's grade is at least as wide as its width. REQUIRES a good line.
 bool machineCanProcess(const OrderLine &order);
+
+}  // namespace corvane

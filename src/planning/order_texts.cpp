@@ -4,6 +4,8 @@
 
 #include "core/numbers.h"
 
+namespace corvane {
+
 OrderTexts::Place &OrderTexts::place(std::string_view period, std::string_view grade) {
   // One look-up for both: all that stands between them are delimiters.
   const std::string_view both(
@@ -21,3 +23,5 @@ OrderTexts::Width &OrderTexts::width(std::string_view field) {
   Width *known = widths_.find(field);
   return known != nullptr ? *known : widths_.add(field, {leadingNumber(field.data())});
 }
+
+}  // namespace corvane

@@ -7,6 +7,8 @@
 #include "core/bytes_map.h"
 #include "core/text_table.h"
 
+namespace corvane {
+
 // What the texts that recur in an order file stand for. Each is decoded, converted and looked up
 // once, however many lines have it.
 class OrderTexts {
@@ -42,3 +44,5 @@ class OrderTexts {
   BytesMap<Place> places_;
   BytesMap<Width> widths_;
 };
+
+}  // namespace corvane

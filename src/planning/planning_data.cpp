@@ -2,6 +2,8 @@
 
 #include "core/skip_list_cursor.h"
 
+namespace corvane {
+
 namespace {
 
 constexpr int kLevelArgument = 3;
@@ -37,3 +39,5 @@ QHash<QString, std::vector<const Cutter *>> cuttersByGrade(const PlanningData &d
                  [&](const Cutter &cutter) { byGrade[cutter.grade].push_back(&cutter); });
   return byGrade;
 }
+
+}  // namespace corvane

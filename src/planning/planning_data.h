@@ -12,6 +12,8 @@
 #include "planning/freight_rate.h"
 #include "planning/order.h"
 
+namespace corvane {
+
 // The comparators of the planning data, one of each for the run.
 struct PlanningComparators {
   StrComp name;
@@ -52,3 +54,5 @@ struct PlanningData {
 
 // The cutters of every grade, in the order of the cutter list.
 QHash<QString, std::vector<const Cutter *>> cuttersByGrade(const PlanningData &data);
+
+}  // namespace corvane

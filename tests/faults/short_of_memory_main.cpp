@@ -8,6 +8,8 @@
 #include "app/planner.h"
 #include "failing_memory.h"
 
+using namespace corvane;
+
 namespace {
 
 // Runs before any object of the program is constructed.

@@ -9,6 +9,8 @@
 #include "planning_checks.h"
 #include "target.h"
 
+using namespace corvane;
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
   using corvane::fuzz::require;
   const corvane::fuzz::Quiet quiet;

@@ -14,6 +14,8 @@
 #include "planning_checks.h"
 #include "target.h"
 
+using namespace corvane;
+
 namespace {
 
 using corvane::fuzz::MemoryFile;

@@ -10,6 +10,8 @@
 #include "memory_file.h"
 #include "target.h"
 
+using namespace corvane;
+
 namespace {
 
 using corvane::fuzz::MemoryFile;

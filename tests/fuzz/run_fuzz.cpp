@@ -30,6 +30,8 @@
 #include "scripted_lp.h"
 #include "target.h"
 
+using namespace corvane;
+
 namespace {
 
 using corvane::fuzz::MemoryFile;

@@ -6,6 +6,8 @@
 #include "core/fatal.h"
 #include "run_ended.h"
 
+namespace corvane {
+
 void endRun(std::ostream &log, const std::string &text) {
   log << text << std::endl;
   endRunOn(std::cout, text);
@@ -21,3 +23,5 @@ void endRunOutOfMemory() noexcept {
 }
 
 void endRunOutOfMemoryOnTerminate() noexcept {}
+
+}  // namespace corvane

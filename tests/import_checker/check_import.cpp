@@ -16,6 +16,8 @@
 #include "demand_check.h"
 #include "import_checker.h"
 
+using namespace corvane;
+
 namespace {
 
 constexpr const char *kUsage =

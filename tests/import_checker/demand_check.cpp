@@ -14,7 +14,7 @@
 
 #include "import_grammar.h"
 
-namespace import_checker {
+namespace corvane::import_checker {
 namespace {
 
 constexpr std::size_t kLongestLine = 1023;
@@ -287,4 +287,4 @@ double orderedInches(const OrderData &data) {
   return inches;
 }
 
-}  // namespace import_checker
+}  // namespace corvane::import_checker

@@ -12,7 +12,7 @@
 
 #include "import_checker.h"
 
-namespace import_checker {
+namespace corvane::import_checker {
 
 // The texts of the two data files, bytes as they stand on disk.
 struct OrderData {
@@ -27,4 +27,4 @@ std::vector<Complaint> checkDemand(std::string_view importText, const OrderData 
 // The inches ordered: quantity times width over all orders that can be made.
 double orderedInches(const OrderData &data);
 
-}  // namespace import_checker
+}  // namespace corvane::import_checker

@@ -7,7 +7,7 @@
 
 #include "good_files.h"
 
-namespace import_checker {
+namespace corvane::import_checker {
 namespace {
 
 using testing::HasSubstr;
@@ -84,4 +84,4 @@ TEST(DemandCheck, InchesAreQuantityTimesWidth) {
 }
 
 }  // namespace
-}  // namespace import_checker
+}  // namespace corvane::import_checker

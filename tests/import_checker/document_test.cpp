@@ -9,7 +9,7 @@
 
 #include "import_grammar.h"
 
-namespace import_checker {
+namespace corvane::import_checker {
 namespace {
 
 // The lines of the blocks that are marked as lines of an import file.
@@ -38,4 +38,4 @@ TEST(ImportDocument, ShowsEveryFamilyInLinesThatParse) {
 }
 
 }  // namespace
-}  // namespace import_checker
+}  // namespace corvane::import_checker

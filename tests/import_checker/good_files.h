@@ -3,7 +3,7 @@
 // Import files of a mill with one grade, one cutter of 100 inches, the widths 30 and 45, one
 // customer and two periods, as the program writes them.
 
-namespace import_checker {
+namespace corvane::import_checker {
 
 // Delay on, batch off.
 inline constexpr const char *kDelayFile =
@@ -215,4 +215,4 @@ addattach <node> "G_Pattern_1_C_100" <commodity> "Waste" <in> False <quantity> 2
 # End of Corvane. import file.
 )";
 
-}  // namespace import_checker
+}  // namespace corvane::import_checker

@@ -5,7 +5,7 @@
 #include "import_grammar.h"
 #include "import_model.h"
 
-namespace import_checker {
+namespace corvane::import_checker {
 namespace {
 
 void checkLine(ImportModel &model, std::size_t line, std::string_view text) {
@@ -59,4 +59,4 @@ std::string describe(const std::vector<Complaint> &complaints) {
   return text;
 }
 
-}  // namespace import_checker
+}  // namespace corvane::import_checker

@@ -24,7 +24,7 @@
 #include <string_view>
 #include <vector>
 
-namespace import_checker {
+namespace corvane::import_checker {
 
 // What the run was told, and what is known of its data.
 struct ImportOptions {
@@ -56,4 +56,4 @@ std::vector<Complaint> checkImport(std::string_view text, const ImportOptions &o
 // The complaints one a line, for a test's message.
 std::string describe(const std::vector<Complaint> &complaints);
 
-}  // namespace import_checker
+}  // namespace corvane::import_checker

@@ -11,7 +11,7 @@
 #include "good_files.h"
 #include "import_grammar.h"
 
-namespace import_checker {
+namespace corvane::import_checker {
 namespace {
 
 using testing::HasSubstr;
@@ -403,4 +403,4 @@ TEST(ImportChecker, AMissingFreightRateIsNoFaultUnlessRatesAreComplete) {
 }
 
 }  // namespace
-}  // namespace import_checker
+}  // namespace corvane::import_checker

@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <utility>
 
-namespace import_checker {
+namespace corvane::import_checker {
 namespace {
 
 struct Template {
@@ -198,4 +198,4 @@ std::optional<Command> parseCommand(std::string_view line) {
   return std::nullopt;
 }
 
-}  // namespace import_checker
+}  // namespace corvane::import_checker

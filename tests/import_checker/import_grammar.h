@@ -12,7 +12,7 @@
 #include <string>
 #include <string_view>
 
-namespace import_checker {
+namespace corvane::import_checker {
 
 enum class Family {
   kRoot,
@@ -69,4 +69,4 @@ struct Command {
 // Reads one line, given without its line break; empty when it fits no family.
 std::optional<Command> parseCommand(std::string_view line);
 
-}  // namespace import_checker
+}  // namespace corvane::import_checker

@@ -7,7 +7,7 @@
 
 #include "import_sections.h"
 
-namespace import_checker {
+namespace corvane::import_checker {
 namespace {
 
 double number(const std::string &text) {
@@ -464,4 +464,4 @@ void ImportModel::expectX(Kind kind, const std::string &x) {
   }
 }
 
-}  // namespace import_checker
+}  // namespace corvane::import_checker

@@ -14,7 +14,7 @@
 #include "import_checker.h"
 #include "import_grammar.h"
 
-namespace import_checker {
+namespace corvane::import_checker {
 
 // The kinds of node, finer than the <type> in the file: the program uses one type for a cutter and
 // a pattern, and one for a store at a cutter and an order.
@@ -127,4 +127,4 @@ class ImportModel {
   std::map<std::string, std::size_t> blockSets_;
 };
 
-}  // namespace import_checker
+}  // namespace corvane::import_checker

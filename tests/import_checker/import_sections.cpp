@@ -2,7 +2,7 @@
 
 #include <map>
 
-namespace import_checker {
+namespace corvane::import_checker {
 
 bool isCutter(const Command &process) {
   return process["x"] == "180";
@@ -55,4 +55,4 @@ std::vector<int> sectionsOf(const Command &command) {
   return kSections.at(command.family);
 }
 
-}  // namespace import_checker
+}  // namespace corvane::import_checker

@@ -6,7 +6,7 @@
 
 #include "import_grammar.h"
 
-namespace import_checker {
+namespace corvane::import_checker {
 
 constexpr int kRootSection = 1;
 constexpr int kDeckleSection = 2;
@@ -32,4 +32,4 @@ bool isCutter(const Command &process);
 // orders share.
 std::vector<int> sectionsOf(const Command &command);
 
-}  // namespace import_checker
+}  // namespace corvane::import_checker

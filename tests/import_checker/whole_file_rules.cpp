@@ -6,7 +6,7 @@
 
 #include "import_model.h"
 
-namespace import_checker {
+namespace corvane::import_checker {
 namespace {
 
 std::string quoted(const std::string &name) {
@@ -168,4 +168,4 @@ void ImportModel::checkSets() {
   }
 }
 
-}  // namespace import_checker
+}  // namespace corvane::import_checker

@@ -17,6 +17,8 @@
 #include "import_checker.h"
 #include "program_run.h"
 
+namespace corvane {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -155,3 +157,5 @@ INSTANTIATE_TEST_SUITE_P(
     nameOf);
 
 }  // namespace
+
+}  // namespace corvane

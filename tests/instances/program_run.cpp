@@ -10,6 +10,8 @@
 
 #include "app/planner.h"
 
+namespace corvane {
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -66,3 +68,5 @@ std::string contentOf(const fs::path &path) {
   std::ifstream file(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
+
+}  // namespace corvane

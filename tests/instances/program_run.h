@@ -7,6 +7,8 @@
 
 #include "app/run_record.h"
 
+namespace corvane {
+
 // What a run left behind.
 struct RunOutcome {
   std::string importFile;
@@ -23,3 +25,5 @@ RunOutcome runProgram(const std::filesystem::path &folder, RunRecord &record);
 
 // The bytes of a file; empty when there is none.
 std::string contentOf(const std::filesystem::path &path);
+
+}  // namespace corvane

@@ -16,6 +16,8 @@
 #include "import_checker.h"
 #include "program_run.h"
 
+namespace corvane {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -168,3 +170,5 @@ TEST(SampleDocument, ExamplesAreLinesOfTheSmallSample) {
 }
 
 }  // namespace
+
+}  // namespace corvane

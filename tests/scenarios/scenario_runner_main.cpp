@@ -16,6 +16,8 @@
 
 #include "scenarios/scenario_runner.h"
 
+using namespace corvane;
+
 namespace {
 
 using corvane::scenarios::Outcome;

@@ -7,6 +7,8 @@
 
 #include "core/skip_list.h"
 
+namespace corvane {
+
 // The inside of a skip list, for tests only.
 template <typename T>
 struct SkipListInspector {
@@ -124,3 +126,5 @@ struct SkipListInspector {
     return known ? "" : "the last-found node is not in the list";
   }
 };
+
+}  // namespace corvane
