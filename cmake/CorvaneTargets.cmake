@@ -23,7 +23,7 @@ target_include_directories(corvane_flags INTERFACE "${PROJECT_SOURCE_DIR}/src")
 # alone gives an interface library.
 function(corvane_layer name)
   file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
-  list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
+  list(FILTER sources EXCLUDE REGEX "(/|_)main\\.cpp$")
   if(sources)
     add_library(corvane_${name} STATIC ${sources})
     set(scope PUBLIC)

@@ -61,6 +61,19 @@ TEST(SourceRules, TheSolverLayerIsALeaf) {
       ElementsAre("solver/b.cpp:1: the solver layer is a leaf and may not include core/a.h"));
 }
 
+TEST(SourceRules, ACompanionStandsOnWhatItsTableNames) {
+  EXPECT_THAT(IncludeComplaints({{"core/a.h", ""}, {"formats/b.h", "#include \"core/a.h\"\n"}}),
+              IsEmpty());
+  EXPECT_THAT(
+      IncludeComplaints({{"planning/a.h", ""}, {"network/b.h", "#include \"planning/a.h\"\n"}}),
+      ElementsAre("network/b.h:1: network does not stand on planning/a.h"));
+}
+
+TEST(SourceRules, NoLayerKnowsACompanion) {
+  EXPECT_THAT(IncludeComplaints({{"app/a.cpp", "#include \"plan/b.h\"\n"}, {"plan/b.h", ""}}),
+              ElementsAre("app/a.cpp:1: app knows no companion, and so not plan/b.h"));
+}
+
 TEST(SourceRules, AnUnknownFolderIsNoLayer) {
   EXPECT_THAT(IncludeComplaints({{"misc/a.h", ""}}),
               ElementsAre("misc/a.h:1: lies in no known layer"));

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <map>
 #include <set>
 #include <sstream>
 
@@ -17,6 +18,25 @@ namespace fs = std::filesystem;
 
 // Lowest first; a layer may include itself and those before it.
 constexpr std::array kLayers = {"core", "planning", "generation", "export", "app"};
+// The companions, which no layer knows, each with what it may include beside itself. Programs stand
+// on top of everything but the solver.
+const std::map<std::string, std::set<std::string>> &Companions() {
+  static const std::map<std::string, std::set<std::string>> kCompanions = {
+      {"formats", {"core"}},
+      {"network", {"core"}},
+      {"plan", {"core", "formats", "network", "planning", "generation", "export", "app"}},
+      {"checks", {"core", "formats", "network", "planning", "export", "app"}},
+      {"record", {"core", "formats", "network", "planning", "app", "plan", "checks"}},
+      {"report", {"core", "formats", "record"}},
+      {"convert", {"core", "formats", "planning", "app", "checks"}},
+      {"sweep", {"core", "formats", "app", "plan"}},
+      {"programs",
+       {"core", "formats", "network", "planning", "generation", "export", "app", "plan", "checks",
+        "record", "report", "convert", "sweep"}},
+  };
+  return kCompanions;
+}
+
 constexpr const char *kSolver = "solver";
 constexpr const char *kSolverInterface = "solver/callable_library.h";
 constexpr const char *kFatal = "core/fatal.cpp";
@@ -29,6 +49,10 @@ int RankOf(const std::string &layer) {
 
 std::string LayerOf(const std::string &path) {
   return path.substr(0, path.find('/'));
+}
+
+bool IsKnown(const std::string &folder) {
+  return folder == kSolver || RankOf(folder) >= 0 || Companions().contains(folder);
 }
 
 std::string Complaint(const SourceFile &file, std::size_t line, const std::string &words) {
@@ -62,6 +86,12 @@ std::string Objection(const std::string &from, const std::string &to) {
                ? ""
                : "only generation calls the solver, through " + std::string(kSolverInterface) +
                      ", not " + to;
+  }
+  if (const auto companion = Companions().find(source); companion != Companions().end()) {
+    return companion->second.contains(target) ? "" : source + " does not stand on " + to;
+  }
+  if (Companions().contains(target)) {
+    return source + " knows no companion, and so not " + to;
   }
   return RankOf(target) < RankOf(source) ? "" : source + " lies below " + to;
 }
@@ -134,7 +164,7 @@ std::vector<std::string> IncludeComplaints(const std::vector<SourceFile> &files)
   }
   std::vector<std::string> complaints;
   for (const SourceFile &file : files) {
-    if (LayerOf(file.path) != kSolver && RankOf(LayerOf(file.path)) < 0) {
+    if (!IsKnown(LayerOf(file.path))) {
       complaints.push_back(Complaint(file, 1, "lies in no known layer"));
       continue;
     }

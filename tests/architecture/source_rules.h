@@ -4,6 +4,7 @@
 //  - includes run one way: core <- planning <- generation <- export <- app;
 //  - the solver layer is a leaf: it includes no layer, and only generation includes it, through
 //    callable_library.h alone;
+//  - companions stand on the layers and on each other as their table says; no layer knows them;
 //  - only core/fatal.cpp ends the process; beside it, the solver library's check of its own
 //  answers,
 //    which knows no layer, may abort in solver/callable_library.cpp.
