@@ -1,12 +1,10 @@
 #include "app/parameter_file.h"
 
 #include <cstdlib>
-#include <iostream>
+#include <ostream>
 
-#include "core/fatal.h"
-#include "core/files.h"
-#include "core/line_reader.h"
 #include "core/text.h"
+#include "core/text_file.h"
 
 namespace corvane {
 
@@ -14,7 +12,7 @@ namespace {
 
 constexpr std::size_t kLongestPath = 511;
 
-void readLine(RunParameters &parameters, char *line) {
+void readLine(RunParameters &parameters, char *line, std::ostream &messages) {
   if (*line == '#') {
     return;
   }
@@ -26,8 +24,8 @@ void readLine(RunParameters &parameters, char *line) {
   }
   const QString key = textFromBytes(*keyField);
   const QString value = textFromBytes(*valueField);
-  if (!setParameter(parameters, key, value)) {
-    std::cout << "Unknown Parameter: " << utf8(key) << " = " << utf8(value) << std::endl;
+  if (!setParameter(parameters, key, value, messages)) {
+    messages << "Unknown Parameter: " << utf8(key) << " = " << utf8(value) << std::endl;
   }
 }
 
@@ -39,20 +37,16 @@ std::string parameterFileName() {
                            : std::string("data\\Parameters.data");
 }
 
-void readParameters(RunParameters &parameters, std::ifstream &file) {
-  const std::string name = parameterFileName();
-  if (!openForReading(file, name)) {
-    endRunOn(std::cout, "Could not open parameter file.");
-  }
-  LineReader reader(file);
-  for (auto status = reader.next(); status != LineReader::Status::kEnd; status = reader.next()) {
+bool readParameters(RunParameters &parameters, const std::string &fileName,
+                    std::ostream &messages) {
+  std::ifstream file;
+  return readLines(file, fileName, [&](LineReader &line, LineReader::Status status) {
     if (status == LineReader::Status::kTooLong) {
-      std::cout << tooLongWarning(reader.number(), utf8(textFromBytes(name))) << std::endl;
-    } else {
-      readLine(parameters, reader.text());
+      messages << tooLongWarning(line.number(), utf8(textFromBytes(fileName))) << std::endl;
+    } else if (status == LineReader::Status::kLine) {
+      readLine(parameters, line.text(), messages);
     }
-  }
-  file.close();
+  });
 }
 
 }  // namespace corvane

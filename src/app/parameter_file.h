@@ -1,6 +1,6 @@
 #pragma once
 
-#include <fstream>
+#include <iosfwd>
 #include <string>
 
 #include "app/run_parameters.h"
@@ -10,10 +10,10 @@ namespace corvane {
 // The parameter file: "{key}={value}" lines; a line that begins with "#" is a comment. Nothing is
 // trimmed, and text behind a second "=" is not looked at.
 
-// Finds the file, opens it on the unopened stream, stores its values and closes it. Everything is
-// told on standard output, since there is no log yet: unknown keys, corrected values, lines that
-// are too long. A file that cannot be opened ends the run.
-void readParameters(RunParameters &parameters, std::ifstream &file);
+// Stores the values of the named file. Unknown keys, corrected values and lines that are too long
+// are told on the stream, one message a line. False when the file cannot be opened, or not be read
+// to its end; what stands before is stored then.
+bool readParameters(RunParameters &parameters, const std::string &fileName, std::ostream &messages);
 
 // The path in the environment variable ZEM_CVN_PARAM, at most 511 bytes of it, or else
 // "data\Parameters.data".

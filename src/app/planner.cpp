@@ -10,16 +10,13 @@
 
 #include "app/parameter_file.h"
 #include "app/process_objects.h"
+#include "app/run_settings.h"
 #include "core/fatal.h"
 #include "core/files.h"
 #include "core/pooled_allocation.h"
 #include "core/progress.h"
 #include "core/text.h"
-#include "export/block_nodes.h"
-#include "export/machine_nodes.h"
-#include "export/model_header.h"
-#include "export/pattern_nodes.h"
-#include "export/storage_nodes.h"
+#include "export/model.h"
 #include "generation/generate_patterns.h"
 #include "planning/freight_rate_file.h"
 #include "planning/machine_file.h"
@@ -50,47 +47,6 @@ void openImportFile(std::ofstream &file, const QString &name) {
   }
 }
 
-GenerationSettings generationSettings(const RunParameters &parameters) {
-  GenerationSettings settings;
-  settings.maximumWidthsInPattern = parameters.maximumWidthsInPattern;
-  settings.widthPickSetSize = parameters.widthPickSetSize;
-  settings.stopGeneratingThreshold = parameters.stopGeneratingThreshold;
-  settings.newPatternsPerIteration = parameters.newPatternsPerIteration;
-  settings.timeLimit = parameters.timeLimit;
-  settings.seed = parameters.seed;
-  settings.occurMin = parameters.occurMin;
-  settings.barrier = parameters.solver == QLatin1String("Barrier");
-  return settings;
-}
-
-ExportSettings exportSettings(const RunParameters &parameters) {
-  ExportSettings settings;
-  settings.batch = parameters.batch != 0;
-  settings.delay = parameters.delay != 0;
-  settings.patternsOnly = parameters.patternsOnly == 1;
-  settings.daysPerPeriod = parameters.daysPerPeriod;
-  return settings;
-}
-
-// Returns the total demand in inches.
-double writeModel(const RunRecord &run, std::ofstream &stream, std::ostream &log) {
-  ModelData data(run.planning, run.patterns, exportSettings(run.parameters));
-  ImportFile file(stream);
-  writeRoot(data, file);
-  writeCommodities(data, file);
-  writePeriods(data, file);
-  if (data.settings.patternsOnly) {
-    writePatternNodes(data, file);
-  } else {
-    writeMachineNodes(data, file);
-    writePatternNodes(data, file);
-    writeStorageDemand(data, file);
-    writeBlocks(data, file, log);
-  }
-  writeTrailer(file);
-  return data.totalDemand;
-}
-
 void writeTotals(double totalDemand, qint32 totalPatterns, std::ostream &log) {
   log << std::fixed << std::setprecision(4);
   log << "Total demand in inches           : " << totalDemand << std::endl;
@@ -108,14 +64,15 @@ void ignoreClosedPipes() {
 
 int runPlanner(RunRecord &run, PatternRandom &random, std::ofstream &log) {
   zemPooledAllocation = 0;
-  std::ifstream parameterFile;
   std::ofstream importProbe;
   std::ifstream machineFile;
   std::ifstream orderFile;
   std::ifstream freightRateFile;
   std::ofstream importFile;
   RunParameters &parameters = run.parameters;
-  readParameters(parameters, parameterFile);
+  if (!readParameters(parameters, parameterFileName(), std::cout)) {
+    endRunOn(std::cout, "Could not open parameter file.");
+  }
   openLog(log, parameters.logFile);
   log << "**** Start Corvane. " << timestamp() << " ****" << std::endl;
   printParameters(parameters, log);
@@ -129,7 +86,8 @@ int runPlanner(RunRecord &run, PatternRandom &random, std::ofstream &log) {
   generatePatterns(run.planning, generationSettings(parameters), run.patterns, random, progress,
                    log);
   openImportFile(importFile, parameters.output);
-  const double totalDemand = writeModel(run, importFile, log);
+  const double totalDemand =
+      writeModel(run.planning, run.patterns, exportSettings(parameters), importFile, log);
   importFile.close();
   writeTotals(totalDemand, run.patterns.totalPatterns, log);
   log << "**** End Corvane. " << timestamp() << " ****" << std::endl << std::endl;

@@ -1,7 +1,7 @@
 #include "app/run_parameters.h"
 
 #include <array>
-#include <iostream>
+#include <ostream>
 #include <string>
 #include <variant>
 
@@ -19,7 +19,7 @@ namespace {
 struct Flag {
   qint32 RunParameters::*field;
 
-  void set(RunParameters &parameters, const QString &value) const {
+  void set(RunParameters &parameters, const QString &value, std::ostream & /*messages*/) const {
     if (value == QLatin1String("True")) {
       parameters.*field = 1;
     } else if (value == QLatin1String("False")) {
@@ -35,7 +35,7 @@ struct Flag {
 struct PositiveInteger {
   qint32 RunParameters::*field;
 
-  void set(RunParameters &parameters, const QString &value) const {
+  void set(RunParameters &parameters, const QString &value, std::ostream & /*messages*/) const {
     if (const qint32 number = parameterInteger(value); number > 0) {
       parameters.*field = number;
     }
@@ -53,13 +53,13 @@ struct ClampedInteger {
   const char *belowMessage;
   const char *aboveMessage;
 
-  void set(RunParameters &parameters, const QString &value) const {
+  void set(RunParameters &parameters, const QString &value, std::ostream &messages) const {
     qint32 number = parameterInteger(value);
     if (number < low) {
-      std::cout << belowMessage << std::endl;
+      messages << belowMessage << std::endl;
       number = low;
     } else if (number > high) {
-      std::cout << aboveMessage << std::endl;
+      messages << aboveMessage << std::endl;
       number = high;
     }
     parameters.*field = number;
@@ -73,7 +73,7 @@ struct ClampedInteger {
 struct OptionalSeconds {
   qint32 RunParameters::*field;
 
-  void set(RunParameters &parameters, const QString &value) const {
+  void set(RunParameters &parameters, const QString &value, std::ostream & /*messages*/) const {
     parameters.*field = parameterInteger(value);
   }
   std::string print(const RunParameters &parameters) const {
@@ -85,7 +85,7 @@ struct OptionalSeconds {
 struct Threshold {
   double RunParameters::*field;
 
-  void set(RunParameters &parameters, const QString &value) const {
+  void set(RunParameters &parameters, const QString &value, std::ostream & /*messages*/) const {
     if (const double number = parameterFloat(value); 0.0 <= number && number <= 100.0) {
       parameters.*field = number;
     }
@@ -97,15 +97,15 @@ struct Threshold {
 struct PickSetPercentage {
   double RunParameters::*field;
 
-  void set(RunParameters &parameters, const QString &value) const {
+  void set(RunParameters &parameters, const QString &value, std::ostream &messages) const {
     double number = parameterFloat(value);
     if (number <= 0.0) {
-      std::cout << "Width Pick Set Size cannot be less than or equal to 0.0%." << std::endl
-                << "Setting Width Pick Set Size to 1.0%." << std::endl;
+      messages << "Width Pick Set Size cannot be less than or equal to 0.0%." << std::endl
+               << "Setting Width Pick Set Size to 1.0%." << std::endl;
       number = 1.0;
     } else if (number > 100.0) {
-      std::cout << "Width Pick Set Size cannot be greater than 100.0%." << std::endl
-                << "Setting Width Pick Set Size to 100.0%." << std::endl;
+      messages << "Width Pick Set Size cannot be greater than 100.0%." << std::endl
+               << "Setting Width Pick Set Size to 100.0%." << std::endl;
       number = 100.0;
     }
     parameters.*field = number;
@@ -118,7 +118,9 @@ struct PickSetPercentage {
 struct Text {
   QString RunParameters::*field;
 
-  void set(RunParameters &parameters, const QString &value) const { parameters.*field = value; }
+  void set(RunParameters &parameters, const QString &value, std::ostream & /*messages*/) const {
+    parameters.*field = value;
+  }
   std::string print(const RunParameters &parameters) const { return utf8(parameters.*field); }
 };
 
@@ -126,11 +128,11 @@ struct Text {
 struct SolverName {
   QString RunParameters::*field;
 
-  void set(RunParameters &parameters, const QString &value) const {
+  void set(RunParameters &parameters, const QString &value, std::ostream &messages) const {
     if (value == QLatin1String("Dual") || value == QLatin1String("Barrier")) {
       parameters.*field = value;
     } else {
-      std::cout << "Solver " << utf8(value) << " invalid, using Dual by default." << std::endl;
+      messages << "Solver " << utf8(value) << " invalid, using Dual by default." << std::endl;
     }
   }
   std::string print(const RunParameters &parameters) const { return utf8(parameters.*field); }
@@ -182,10 +184,11 @@ const std::array<Parameter, 18> kParameters = {{
 
 }  // namespace
 
-bool setParameter(RunParameters &parameters, const QString &key, const QString &value) {
+bool setParameter(RunParameters &parameters, const QString &key, const QString &value,
+                  std::ostream &messages) {
   for (const Parameter &parameter : kParameters) {
     if (key == QLatin1String(parameter.key)) {
-      std::visit([&](const auto &kind) { kind.set(parameters, value); }, parameter.kind);
+      std::visit([&](const auto &kind) { kind.set(parameters, value, messages); }, parameter.kind);
       return true;
     }
   }

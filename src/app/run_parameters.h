@@ -28,8 +28,9 @@ struct RunParameters {
 };
 
 // Stores the value under the key of the parameter file, corrected where the key says so;
-// corrections are told on standard output. False when there is no such key.
-bool setParameter(RunParameters &parameters, const QString &key, const QString &value);
+// corrections are told on the stream. False when there is no such key.
+bool setParameter(RunParameters &parameters, const QString &key, const QString &value,
+                  std::ostream &messages);
 
 // Writes the summary of the parameters.
 void printParameters(const RunParameters &parameters, std::ostream &out);

@@ -4,52 +4,71 @@
 #include <filesystem>
 #include <system_error>
 
+#if !defined(_WIN32)
+#include <fcntl.h>
+#include <unistd.h>
+#endif
+
 namespace corvane {
 
 namespace fs = std::filesystem;
 
 namespace {
 
-fs::path pathOf(const std::string &name) {
+fs::path asPath(const std::string &name) {
   return std::u8string(name.begin(), name.end());
 }
 
-fs::path resolved(const std::string &name) {
-  fs::path literal = pathOf(name);
+// Looks ahead for data; a file at its end stays usable.
+bool isEmpty(std::ifstream &file) {
+  const bool empty = file.peek() == std::ifstream::traits_type::eof() && !file.bad();
+  file.clear();
+  return empty;
+}
+
+bool isTerminal(const fs::path &path) {
+#if defined(_WIN32)
+  return false;
+#else
+  const int descriptor = open(path.c_str(), O_RDONLY | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+  const bool is = descriptor >= 0 && isatty(descriptor) != 0;
+  if (descriptor >= 0) {
+    close(descriptor);
+  }
+  return is;
+#endif
+}
+
+}  // namespace
+
+fs::path pathOfFile(const std::string &name, const fs::path &folder) {
+  fs::path literal = folder / asPath(name);
   std::error_code error;
   if (fs::exists(literal, error)) {
     return literal;
   }
   std::string separated = name;
   std::replace(separated.begin(), separated.end(), '\\', '/');
-  return pathOf(separated);
+  return folder / asPath(separated);
 }
-
-// Looks ahead for data; a file at its end stays usable.
-bool isEmpty(std::ifstream &file) {
-  const bool empty = file.peek() == std::ifstream::traits_type::eof();
-  file.clear();
-  return empty;
-}
-
-}  // namespace
 
 bool openForReading(std::ifstream &file, const std::string &name) {
-  const fs::path path = resolved(name);
+  const fs::path path = pathOfFile(name);
   std::error_code error;
   const fs::file_type type = fs::status(path, error).type();
   if (type == fs::file_type::directory || type == fs::file_type::block) {
     return false;
   }
   file.open(path, std::ios::in);
-  if (file.is_open() && type == fs::file_type::character && !isEmpty(file)) {
+  const bool isDevice = type == fs::file_type::character && !isTerminal(path);
+  if (file.is_open() && isDevice && !isEmpty(file)) {
     file.close();
   }
   return file.is_open();
 }
 
 bool openForWriting(std::ofstream &file, const std::string &name, std::ios::openmode mode) {
-  file.open(resolved(name), std::ios::out | mode);
+  file.open(pathOfFile(name), std::ios::out | mode);
   return file.is_open();
 }
 

@@ -1,11 +1,37 @@
 #include "core/line_reader.h"
 
+#include <algorithm>
 #include <cstring>
+#include <limits>
 #include <string>
 
 namespace corvane {
 
+namespace {
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+// The bytes from here to the end of the stream, or more than there can be where it has no position.
+std::streamoff bytesToRead(std::istream &in) {
+  const std::streamoff begin = in.tellg();
+  in.seekg(0, std::ios::end);
+  const std::streamoff end = in.tellg();
+  in.clear();
+  if (begin < 0 || end < 0) {
+    return std::numeric_limits<std::streamoff>::max();
+  }
+  in.seekg(begin);
+  return end - begin;
+}
+
+}  // namespace
+
+LineReader::LineReader(std::istream &in) : in_(in), unreadOfFile_(bytesToRead(in)) {}
+
 LineReader::Status LineReader::next() {
+  if (number_ == 0) {
+    dropByteOrderMark();
+  }
   ++number_;
   bool tooLong = false;
   char *lineBreak = findLineBreak();
@@ -34,12 +60,26 @@ bool LineReader::readMore() {
   end_ = begin_ + kept;
   // Looking ahead lets the stream fill its buffer, and taking what that holds cannot fail: so an
   // error costs no line that comes before it.
-  if (in_.peek() == std::istream::traits_type::eof()) {
+  if (unreadOfFile_ == 0 || in_.peek() == std::istream::traits_type::eof()) {
     return false;
   }
-  const auto count = in_.readsome(end_, static_cast<std::streamsize>(kBlockSize - kept));
+  const auto room = static_cast<std::streamoff>(kBlockSize - kept);
+  const std::streamsize count = in_.readsome(end_, std::min(room, unreadOfFile_));
   end_ += count;
+  unreadOfFile_ -= count;
   return count > 0;
+}
+
+// Reads no further than it takes to see that there is none.
+void LineReader::dropByteOrderMark() {
+  std::size_t matched = 0;
+  while (matched < kByteOrderMark.size() && (matched < unread() || readMore()) &&
+         begin_[matched] == kByteOrderMark[matched]) {
+    ++matched;
+  }
+  if (matched == kByteOrderMark.size()) {
+    begin_ += matched;
+  }
 }
 
 LineReader::Status LineReader::takeLine(char *lineBreak, bool tooLong) {

@@ -11,8 +11,10 @@ namespace corvane {
 
 // Reads a text file line by line. A line holds at most kMaxLength bytes; one carriage return right
 // before its line break is dropped; a NUL byte ends its text. Only a line that ends with a line
-// break counts. Lines are found and handed out in a block of the file, and copied only from the end
-// of one block to the next.
+// break counts. A byte order mark at the very start (U+FEFF in UTF-8) is dropped; anywhere else it
+// is text. A file that grows while it is read ends where it ended when the reader was made. Lines
+// are found and handed out in a block of the file, and copied only from the end of one block to the
+// next.
 class LineReader {
  public:
   static constexpr std::size_t kMaxLength = 1023;
@@ -20,11 +22,13 @@ class LineReader {
   enum class Status {
     kLine,     // a whole line
     kTooLong,  // a line that is longer; it has been skipped, and the text is empty
-    kEnd,      // the end of the file, or a read error; the text is the unterminated rest, if any
+    kEnd,      // the end of the file; the text is the unterminated rest, if any. Or a read error:
+               // then there is no text, and failed() tells
   };
 
-  // REQUIRES a stream with a buffer, as those of files and strings have one. It outlives this.
-  explicit LineReader(std::istream &in) : in_(in) {}
+  // REQUIRES a stream at its start with a buffer, as those of files and strings have one. It
+  // outlives this. What cannot be positioned, a pipe for one, is read as long as it lasts.
+  explicit LineReader(std::istream &in);
   LineReader(const LineReader &) = delete;
   LineReader &operator=(const LineReader &) = delete;
   ~LineReader() = default;
@@ -35,6 +39,8 @@ class LineReader {
   char *text() { return text_; }
   // The number of the line, from 1.
   qint64 number() const { return number_; }
+  // Whether reading has met an error. What was read before it may be any part of the file.
+  bool failed() const { return in_.bad(); }
 
  private:
   std::size_t unread() const { return static_cast<std::size_t>(end_ - begin_); }
@@ -42,6 +48,7 @@ class LineReader {
   char *findLineBreak();
   // Reads more of the file behind what is unread; false at its end and when that fails.
   bool readMore();
+  void dropByteOrderMark();
   // Hand out the line up to its break, or the rest of the file, of whose beginning nothing is left
   // when it was too long.
   Status takeLine(char *lineBreak, bool tooLong);
@@ -51,6 +58,7 @@ class LineReader {
   static constexpr std::size_t kBlockSize = 16384;
 
   std::istream &in_;
+  std::streamoff unreadOfFile_;
   // With room for a NUL.
   std::array<char, kBlockSize + 1> block_{};
   // What is unread of it.

@@ -1,13 +1,18 @@
 #include "core/text.h"
 
+#include <QStringDecoder>
 #include <QUtf8StringView>
 
 namespace corvane {
 
 QString textFromBytes(std::string_view bytes) {
   const QUtf8StringView view(bytes.data(), static_cast<qsizetype>(bytes.size()));
-  return view.isValidUtf8() ? QString::fromUtf8(view.data(), view.size())
-                            : QString::fromLatin1(bytes.data(), view.size());
+  if (!view.isValidUtf8()) {
+    return QString::fromLatin1(view.data(), view.size());
+  }
+  // QString::fromUtf8 would drop a byte order mark in front.
+  QStringDecoder decode(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+  return decode(QByteArrayView(view.data(), view.size()));
 }
 
 std::string utf8(const QString &text) {

@@ -4,10 +4,10 @@
 #include <memory>
 
 #include "core/fatal.h"
-#include "core/files.h"
 #include "core/messages.h"
 #include "core/numbers.h"
 #include "core/text.h"
+#include "core/text_file.h"
 
 namespace corvane {
 
@@ -48,22 +48,18 @@ void readFreightRate(LineReader &line, FreightRate &rate) {
 
 void readFreightRateFile(PlanningData &data, const QString &fileName, std::ifstream &file,
                          std::ostream &log) {
-  if (!openForReading(file, utf8(fileName))) {
-    endRun(log, "Error: Could not open freight rate file.");
-  }
-  LineReader reader(file);
-  auto status = LineReader::Status::kEnd;
-  do {
-    status = reader.next();
+  const auto take = [&](LineReader &line, LineReader::Status status) {
     if (status == LineReader::Status::kTooLong) {
-      tell(std::cout, log, tooLongWarning(reader.number(), utf8(fileName)));
+      tell(std::cout, log, tooLongWarning(line.number(), utf8(fileName)));
     } else if (status == LineReader::Status::kLine) {
       auto rate = std::make_unique<FreightRate>();
-      readFreightRate(reader, *rate);
+      readFreightRate(line, *rate);
       storeRate(data, std::move(rate));
     }
-  } while (status != LineReader::Status::kEnd);
-  file.close();
+  };
+  if (!readLines(file, utf8(fileName), take)) {
+    endRun(log, "Error: Could not open freight rate file.");
+  }
 }
 
 }  // namespace corvane

@@ -13,8 +13,8 @@ namespace corvane {
 // one; there is no header and no comment.
 
 // Opens the file on the unopened stream, fills the freight rates, and closes it. A file that cannot
-// be opened ends the run. Of two rates for the same customer, mill and mode the first stays, and
-// the other is reported on standard output.
+// be opened, or not be read to its end, ends the run. Of two rates for the same customer, mill and
+// mode the first stays, and the other is reported on standard output.
 void readFreightRateFile(PlanningData &data, const QString &fileName, std::ifstream &file,
                          std::ostream &log);
 

@@ -8,10 +8,10 @@
 
 #include "core/exchange_sort.h"
 #include "core/fatal.h"
-#include "core/files.h"
 #include "core/messages.h"
 #include "core/numbers.h"
 #include "core/text.h"
+#include "core/text_file.h"
 
 namespace corvane {
 
@@ -95,26 +95,22 @@ void readCutter(LineReader &line, Cutter &cutter) {
 
 void readMachineFile(PlanningData &data, const QString &fileName, std::ifstream &file,
                      std::ostream &log) {
-  if (!openForReading(file, utf8(fileName))) {
-    endRun(log, "Error: Could not open machine data file.");
-  }
-  LineReader reader(file);
   WidthCollector widths(data.cutterWidths);
-  auto status = LineReader::Status::kEnd;
-  do {
-    status = reader.next();
+  const auto take = [&](LineReader &line, LineReader::Status status) {
     if (status == LineReader::Status::kTooLong) {
-      tell(std::cerr, log, tooLongWarning(reader.number(), utf8(fileName)));
-      continue;
+      tell(std::cerr, log, tooLongWarning(line.number(), utf8(fileName)));
+      return;
     }
     auto cutter = std::make_unique<Cutter>();
-    readCutter(reader, *cutter);
+    readCutter(line, *cutter);
     if (status == LineReader::Status::kLine) {
       storeCutter(data, std::move(cutter), widths);
     }
-  } while (status != LineReader::Status::kEnd);
+  };
+  if (!readLines(file, utf8(fileName), take)) {
+    endRun(log, "Error: Could not open machine data file.");
+  }
   sortAscending(data.cutterWidths);
-  file.close();
 }
 
 }  // namespace corvane

@@ -13,7 +13,8 @@ namespace corvane {
 // Runs of commas count as one; there is no header and no comment.
 
 // Opens the file on the unopened stream, fills the cutters, the cutter widths and the widest
-// cutters, and closes it. A file that cannot be opened ends the run. A cutter that is there already
+// cutters, and closes it. A file that cannot be opened, or not be read to its
+// end, ends the run. A cutter that is there already
 // (location, name and grade) is dropped without a word, but its width still counts.
 void readMachineFile(PlanningData &data, const QString &fileName, std::ifstream &file,
                      std::ostream &log);

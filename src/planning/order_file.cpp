@@ -4,10 +4,10 @@
 #include <optional>
 
 #include "core/fatal.h"
-#include "core/files.h"
 #include "core/messages.h"
 #include "core/numbers.h"
 #include "core/text.h"
+#include "core/text_file.h"
 #include "planning/order_collector.h"
 
 namespace corvane {
@@ -100,29 +100,25 @@ OrderLine readOrder(LineReader &line, OrderTexts &texts) {
 
 void readOrderFile(PlanningData &data, const QString &fileName, std::ifstream &file,
                    std::ostream &log) {
-  if (!openForReading(file, utf8(fileName))) {
-    endRun(log, "Error: Could not open orders file.");
-  }
-  LineReader reader(file);
   OrderTexts texts(data.widestCutter);
   OrderCollector orders(texts.table(), data);
-  auto status = LineReader::Status::kEnd;
-  do {
-    status = reader.next();
-    const OrderLine order = readOrder(reader, texts);
+  const auto take = [&](LineReader &line, LineReader::Status status) {
+    const OrderLine order = readOrder(line, texts);
     if (status == LineReader::Status::kEnd) {
-      break;
+      return;
     }
     if (status == LineReader::Status::kTooLong || !order.good) {
-      warnBadOrder(log, reader.number());
+      warnBadOrder(log, line.number());
     } else if (!machineCanProcess(order)) {
-      warnNoMachine(log, reader.number());
+      warnNoMachine(log, line.number());
     } else {
       orders.add(*order.place, *order.width, order.customer, order.quantity);
     }
-  } while (status != LineReader::Status::kEnd);
+  };
+  if (!readLines(file, utf8(fileName), take)) {
+    endRun(log, "Error: Could not open orders file.");
+  }
   orders.finish();
-  file.close();
 }
 
 }  // namespace corvane

@@ -15,9 +15,10 @@ namespace corvane {
 // count as one; there is no header and no comment.
 
 // Opens the file on the unopened stream, fills the orders, the demand table, the grades and the
-// periods, and closes it. REQUIRES the cutters. A file that cannot be opened ends the run. Bad
-// orders and orders that no cutter can make are reported with their line number on standard output
-// and in the log, and dropped; orders with one key are merged into one. Nearly linear cost.
+// periods, and closes it. REQUIRES the cutters. A file that cannot be opened, or not
+// be read to its end, ends the run. Bad orders and orders that no cutter can make are reported with
+// their line number on standard output and in the log, and dropped; orders with one key are merged
+// into one. Nearly linear cost.
 void readOrderFile(PlanningData &data, const QString &fileName, std::ifstream &file,
                    std::ostream &log);
 

@@ -3,48 +3,26 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <filesystem>
-#include <iostream>
+#include <sstream>
 
-#include "support/stream_capture.h"
 #include "support/temporary_folder.h"
 
 namespace corvane {
 namespace {
 
 using namespace std::string_literals;
-using support::StreamCapture;
 using support::TemporaryFolder;
 
 class TheParameterFile : public testing::Test {
  protected:
   void TearDown() override { unsetenv("ZEM_CVN_PARAM"); }
 
-  // What is said on standard output. The file has a name of its own.
+  // What is said of the file, which has a name of its own.
   std::string read(const std::string &bytes) {
     name_ = folder_.write("parameters", bytes);
-    return readNamed(name_);
-  }
-
-  std::string readNamed(const std::string &name) {
-    setenv("ZEM_CVN_PARAM", name.c_str(), 1);
-    const StreamCapture out(std::cout);
-    std::ifstream file;
-    readParameters(parameters_, file);
-    EXPECT_FALSE(file.is_open());
-    return out.text();
-  }
-
-  // Expects that reading the named file ends the run.
-  void expectNoFile(const char *name) {
-    const auto run = [&] {
-      std::cout.rdbuf(std::cerr.rdbuf());
-      name == nullptr ? unsetenv("ZEM_CVN_PARAM") : setenv("ZEM_CVN_PARAM", name, 1);
-      std::filesystem::current_path(folder_.path());
-      std::ifstream file;
-      readParameters(parameters_, file);
-    };
-    EXPECT_EXIT(run(), testing::ExitedWithCode(1), testing::Eq("Could not open parameter file.\n"));
+    std::ostringstream messages;
+    EXPECT_TRUE(readParameters(parameters_, name_, messages));
+    return messages.str();
   }
 
   TemporaryFolder folder_;
@@ -67,11 +45,13 @@ TEST_F(TheParameterFile, HasANameOf511CharactersAtMost) {
   EXPECT_EQ(parameterFileName(), std::string(511, 'x'));
 }
 
-TEST_F(TheParameterFile, ThatCannotBeOpenedEndsTheRunOnStandardOutput) {
-  expectNoFile("nothing");
-  expectNoFile("");
-  expectNoFile(".");
-  expectNoFile(nullptr);
+TEST_F(TheParameterFile, ThatCannotBeOpenedOrReadIsToldWithoutAWord) {
+  std::ostringstream messages;
+  for (const std::string &name : {folder_.file("nothing"), folder_.path().string(), std::string(),
+                                  std::string("/proc/self/mem")}) {
+    EXPECT_FALSE(readParameters(parameters_, name, messages)) << name;
+  }
+  EXPECT_EQ(messages.str(), "");
 }
 
 TEST_F(TheParameterFile, ThatIsEmptyLeavesTheDefaults) {
@@ -147,8 +127,9 @@ TEST_F(TheParameterFile, EndsALineAtANulByte) {
   EXPECT_EQ(parameters_.logFile, "a");
 }
 
-TEST_F(TheParameterFile, KnowsItsFirstKeyBehindAByteOrderMark) {
-  EXPECT_EQ(read("\xEF\xBB\xBFoccur min=4\n"), "");
+TEST_F(TheParameterFile, KnowsItsFirstKeyBehindAByteOrderMarkAndNoOther) {
+  EXPECT_EQ(read("\xEF\xBB\xBFoccur min=4\n\xEF\xBB\xBFoccur min=5\n"),
+            "Unknown Parameter: \xEF\xBB\xBFoccur min = 5\n");
   EXPECT_EQ(parameters_.occurMin, 4);
 }
 

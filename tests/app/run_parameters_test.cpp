@@ -2,15 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <iostream>
 #include <sstream>
-
-#include "support/stream_capture.h"
 
 namespace corvane {
 namespace {
-
-using support::StreamCapture;
 
 constexpr char kDefaultSummary[] =
     "Parameters:\n"
@@ -36,9 +31,9 @@ class TheRunParameters : public testing::Test {
  protected:
   // What is said on standard output.
   std::string set(const char *key, const char *value) {
-    const StreamCapture out(std::cout);
-    EXPECT_TRUE(setParameter(parameters_, key, QString::fromUtf8(value))) << key;
-    return out.text();
+    std::ostringstream messages;
+    EXPECT_TRUE(setParameter(parameters_, key, QString::fromUtf8(value), messages)) << key;
+    return messages.str();
   }
 
   std::string summary() const {
@@ -268,9 +263,9 @@ TEST_F(TheRunParameters, KeepTheSolverOfBeforeWhenOneIsInvalid) {
 }
 
 TEST_F(TheRunParameters, KnowTheirKeysExactly) {
-  const StreamCapture out(std::cout);
+  std::ostringstream messages;
   for (const char *key : {"Batch", "batch ", " batch", "seed", "occur  min", ""}) {
-    EXPECT_FALSE(setParameter(parameters_, key, "True")) << key;
+    EXPECT_FALSE(setParameter(parameters_, key, "True", messages)) << key;
   }
   EXPECT_EQ(summary(), kDefaultSummary);
 }

@@ -4,7 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <fstream>
 #include <sstream>
+
+#include "support/temporary_folder.h"
 
 namespace corvane {
 namespace {
@@ -180,6 +183,49 @@ TEST(LineReader, AStreamMayDeliverItsBytesInPieces) {
   }
 }
 
+constexpr char kMark[] = "\xEF\xBB\xBF";
+
+TEST(LineReader, AByteOrderMarkAtTheVeryStartIsDropped) {
+  EXPECT_THAT(read(kMark + std::string("a\nb\n")), ElementsAre("line(a)", "line(b)", "end()"));
+  EXPECT_THAT(read(kMark + std::string("\n")), ElementsAre("line()", "end()"));
+  EXPECT_THAT(read(kMark), ElementsAre("end()"));
+  EXPECT_THAT(read(kMark + xs(1023) + "\n"), ElementsAre("line(" + xs(1023) + ")", "end()"));
+}
+
+TEST(LineReader, AByteOrderMarkAnywhereElseIsText) {
+  const std::string mark = kMark;
+  EXPECT_THAT(read(mark + mark + "a\n"), ElementsAre("line(" + mark + "a)", "end()"));
+  EXPECT_THAT(read("\n" + mark + "a," + mark + "b\n"),
+              ElementsAre("line()", "line(" + mark + "a," + mark + "b)", "end()"));
+}
+
+TEST(LineReader, APartOfAByteOrderMarkIsText) {
+  EXPECT_THAT(read("\xEF\xBB\n"), ElementsAre("line(\xEF\xBB)", "end()"));
+  EXPECT_THAT(read("\xEF"), ElementsAre("end(\xEF)"));
+}
+
+TEST(LineReader, AByteOrderMarkMayComeInPieces) {
+  for (const std::size_t piece : {1U, 2U, 3U, 4U}) {
+    PieceBuffer buffer(kMark + std::string("a\nb\n"), piece);
+    std::istream in(&buffer);
+    EXPECT_THAT(read(in), ElementsAre("line(a)", "line(b)", "end()")) << piece;
+  }
+}
+
+// As a log does that is its own input: each line read would add another.
+TEST(LineReader, AFileThatGrowsEndsWhereItEndedAtTheStart) {
+  const support::TemporaryFolder folder;
+  const std::string name = folder.write("growing", "a\nb\nrest");
+  std::ifstream in(name);
+  LineReader reader(in);
+  std::ofstream(name, std::ios::app) << " and more\nc\n";
+  EXPECT_EQ(reader.next(), Status::kLine);
+  EXPECT_EQ(reader.next(), Status::kLine);
+  EXPECT_EQ(reader.next(), Status::kEnd);
+  EXPECT_STREQ(reader.text(), "rest");
+  EXPECT_FALSE(reader.failed());
+}
+
 TEST(LineReader, TheEndStaysTheEndWithoutText) {
   std::istringstream in("rest");
   LineReader reader(in);
@@ -208,8 +254,10 @@ TEST(LineReader, AReadErrorEndsTheFileAndLeavesNoText) {
   std::istream in(&buffer);
   LineReader reader(in);
   EXPECT_EQ(reader.next(), Status::kLine);
+  EXPECT_FALSE(reader.failed());
   EXPECT_EQ(reader.next(), Status::kEnd);
   EXPECT_STREQ(reader.text(), "");
+  EXPECT_TRUE(reader.failed());
   EXPECT_EQ(reader.next(), Status::kEnd);
 }
 

@@ -29,9 +29,9 @@ TEST(Text, EveryByteAloneIsOneCharacter) {
   }
 }
 
-TEST(Text, AByteOrderMarkInFrontIsDropped) {
-  EXPECT_EQ(textFromBytes("\xEF\xBB\xBFMill"), QStringLiteral("Mill"));
-  EXPECT_EQ(textFromBytes("\xEF\xBB\xBF"), QString());
+TEST(Text, AByteOrderMarkIsACharacterLikeAnyOther) {
+  EXPECT_EQ(textFromBytes("\xEF\xBB\xBFMill"), QStringLiteral("\ufeffMill"));
+  EXPECT_EQ(textFromBytes("\xEF\xBB\xBF\xEF\xBB\xBF"), QStringLiteral("\ufeff\ufeff"));
   EXPECT_EQ(utf8(textFromBytes("a\xEF\xBB\xBF")), "a\xEF\xBB\xBF");
 }
 

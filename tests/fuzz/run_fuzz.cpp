@@ -12,14 +12,11 @@
 
 #include "app/parameter_file.h"
 #include "app/run_record.h"
+#include "app/run_settings.h"
 #include "check.h"
 #include "core/skip_list_cursor.h"
 #include "demand_check.h"
-#include "export/block_nodes.h"
-#include "export/machine_nodes.h"
-#include "export/model_header.h"
-#include "export/pattern_nodes.h"
-#include "export/storage_nodes.h"
+#include "export/model.h"
 #include "generation/generate_patterns.h"
 #include "import_checker.h"
 #include "memory_file.h"
@@ -76,50 +73,16 @@ bool isWithinBudget(const PlanningData &data) {
              [](const GradeDemand &grade) { return distinctWidths(grade).size() <= kMostWidths; });
 }
 
-GenerationSettings generationSettings(const RunParameters &parameters) {
-  GenerationSettings settings;
-  settings.maximumWidthsInPattern = parameters.maximumWidthsInPattern;
-  settings.widthPickSetSize = parameters.widthPickSetSize;
-  settings.stopGeneratingThreshold = parameters.stopGeneratingThreshold;
-  settings.newPatternsPerIteration = parameters.newPatternsPerIteration;
-  settings.timeLimit = parameters.timeLimit;
-  settings.seed = parameters.seed;
-  settings.occurMin = parameters.occurMin;
-  settings.barrier = parameters.solver == QLatin1String("Barrier");
-  return settings;
-}
-
-ExportSettings exportSettings(const RunParameters &parameters) {
-  ExportSettings settings;
-  settings.batch = parameters.batch != 0;
-  settings.delay = parameters.delay != 0;
-  settings.patternsOnly = parameters.patternsOnly == 1;
-  settings.daysPerPeriod = parameters.daysPerPeriod;
-  return settings;
-}
-
 struct Outcome {
   std::string importFile;
   double totalDemand = 0;
 };
 
-Outcome writeModel(const RunRecord &run, std::ostream &log) {
+Outcome modelOf(const RunRecord &run, std::ostream &log) {
   std::ostringstream stream;
-  ModelData data(run.planning, run.patterns, exportSettings(run.parameters));
-  ImportFile file(stream);
-  writeRoot(data, file);
-  writeCommodities(data, file);
-  writePeriods(data, file);
-  if (data.settings.patternsOnly) {
-    writePatternNodes(data, file);
-  } else {
-    writeMachineNodes(data, file);
-    writePatternNodes(data, file);
-    writeStorageDemand(data, file);
-    writeBlocks(data, file, log);
-  }
-  writeTrailer(file);
-  return {stream.str(), data.totalDemand};
+  const double totalDemand =
+      writeModel(run.planning, run.patterns, exportSettings(run.parameters), stream, log);
+  return {stream.str(), totalDemand};
 }
 
 // False when the input is beyond the budget.
@@ -130,9 +93,8 @@ bool readInputs(RunRecord &run, const Inputs &inputs, std::ostream &log) {
   for (std::size_t at = 0; at < 4; ++at) {
     files[at].write(*texts[at]);
   }
-  setenv("ZEM_CVN_PARAM", files[0].name().c_str(), 1);
+  require(readParameters(run.parameters, files[0].name(), std::cout), "a parameter file");
   std::ifstream streams[4];
-  readParameters(run.parameters, streams[0]);
   keepToBudget(run.parameters);
   printParameters(run.parameters, log);
   readMachineFile(run.planning, QString::fromStdString(files[1].name()), streams[1], log);
@@ -189,7 +151,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     ProgressLine progress;
     generatePatterns(run.planning, generationSettings(run.parameters), run.patterns, random,
                      progress, log);
-    const Outcome outcome = writeModel(run, log);
+    const Outcome outcome = modelOf(run, log);
     if (namesCanBeRead(inputs)) {
       requireGoodModel(run, inputs, outcome);
     }

@@ -37,8 +37,13 @@ using OrderKey = std::tuple<std::string, std::string, std::string, double>;
 // The name of an order node and a period.
 using DemandKey = std::pair<std::string, std::string>;
 
-// The lines that end in a line break, without it and without a carriage return before it.
+// The lines that end in a line break, without it and without a carriage return before it. A byte
+// order mark before the first one is not part of it.
 std::vector<std::string> completeLines(std::string_view text) {
+  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+  if (text.starts_with(kByteOrderMark)) {
+    text.remove_prefix(kByteOrderMark.size());
+  }
   std::vector<std::string> lines;
   for (std::size_t end = text.find('\n'); end != std::string_view::npos; end = text.find('\n')) {
     std::string_view line = text.substr(0, end);
@@ -127,12 +132,11 @@ bool isUtf8(std::string_view text) {
   return true;
 }
 
-// A text field as the import file writes it: UTF-8, without a byte order mark at its beginning;
-// bytes that are no UTF-8 stand for Latin-1 characters.
+// A text field as the import file writes it: UTF-8; bytes that are no UTF-8 stand for Latin-1
+// characters.
 std::string textField(const std::string &bytes) {
-  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
   if (isUtf8(bytes)) {
-    return bytes.starts_with(kByteOrderMark) ? bytes.substr(kByteOrderMark.size()) : bytes;
+    return bytes;
   }
   std::string text;
   for (const char c : bytes) {

@@ -37,12 +37,11 @@ _runtime.strtol.argtypes = [ctypes.c_char_p, ctypes.c_void_p, ctypes.c_int]
 
 
 def text(field):
-    """The bytes of a field as text: UTF-8 without a byte order mark, else Latin-1."""
+    """The bytes of a field as text: UTF-8, else Latin-1."""
     try:
-        decoded = field.decode("utf-8")
+        return field.decode("utf-8")
     except UnicodeDecodeError:
         return field.decode("latin-1")
-    return decoded[1:] if decoded.startswith("\ufeff") else decoded
 
 
 def encoded(value):
@@ -216,7 +215,8 @@ class Line:
 
 
 def lines_of(content):
-    pieces = content.split(b"\n")
+    """A byte order mark is dropped at the very start, and only there."""
+    pieces = content.removeprefix(b"\xef\xbb\xbf").split(b"\n")
     last = len(pieces) - 1
     return [Line(n + 1, piece, n != last) for n, piece in enumerate(pieces)]
 

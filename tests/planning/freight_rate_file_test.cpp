@@ -138,11 +138,17 @@ TEST_F(FreightRateFile, AByteOrderMarkInFrontOfTheFirstCustomerIsDropped) {
   EXPECT_EQ(dumpRates(data), "Acme|North|Rail|1|2\n");
 }
 
-TEST(FreightRateFileDeathTest, AFileThatCannotBeOpenedEndsTheRun) {
+TEST_F(FreightRateFile, AByteOrderMarkAnywhereElseIsText) {
+  readRates("Acme,\xEF\xBB\xBFNorth,Rail,1,2\n");
+  EXPECT_EQ(dumpRates(data), "Acme|\xEF\xBB\xBFNorth|Rail|1|2\n");
+}
+
+TEST(FreightRateFileDeathTest, AFileThatCannotBeOpenedOrReadEndsTheRun) {
   const support::TemporaryFolder folder;
   PlanningComparators comparators;
   PlanningData data(comparators);
-  for (const std::string &name : {folder.file("absent"), folder.path().string()}) {
+  for (const std::string &name :
+       {folder.file("absent"), folder.path().string(), std::string("/proc/self/mem")}) {
     support::expectRunEnds(
         [&](std::ostream &log) {
           std::ifstream file;

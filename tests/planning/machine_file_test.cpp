@@ -210,6 +210,17 @@ TEST_F(MachineFile, AByteOrderMarkInFrontOfTheFirstLocationIsDropped) {
   EXPECT_EQ(dumpCutters(data), "A|1|G|90|1|1|1\n");
 }
 
+TEST_F(MachineFile, AByteOrderMarkAnywhereElseIsText) {
+  readMachines(
+      "A,\xEF\xBB\xBF"
+      "1,G,90,1,1,1\n\xEF\xBB\xBF"
+      "A,1,G,90,1,1,1\n");
+  EXPECT_EQ(dumpCutters(data),
+            "A|\xEF\xBB\xBF"
+            "1|G|90|1|1|1\n\xEF\xBB\xBF"
+            "A|1|G|90|1|1|1\n");
+}
+
 TEST_F(MachineFile, TheWidestCutterOfAGradeIsKnown) {
   readMachines("A,1,G,90,1,1,1\nA,2,G,100,1,1,1\nA,3,G,95,1,1,1\nA,1,H,10,1,1,1\n");
   EXPECT_EQ(data.widestCutter.value("G"), 100);
@@ -227,11 +238,12 @@ TEST_F(MachineFile, AWidthThatIsNotANumberNeverStandsInForAWiderCutter) {
   EXPECT_EQ(data.widestCutter.value("G"), 90);
 }
 
-TEST(MachineFileDeathTest, AFileThatCannotBeOpenedEndsTheRun) {
+TEST(MachineFileDeathTest, AFileThatCannotBeOpenedOrReadEndsTheRun) {
   const support::TemporaryFolder folder;
   PlanningComparators comparators;
   PlanningData data(comparators);
-  for (const std::string &name : {folder.file("absent"), folder.path().string()}) {
+  for (const std::string &name :
+       {folder.file("absent"), folder.path().string(), std::string("/proc/self/mem")}) {
     support::expectRunEnds(
         [&](std::ostream &log) {
           std::ifstream file;

@@ -264,6 +264,15 @@ TEST_F(OrderFile, AByteOrderMarkInFrontOfTheFirstPeriodIsDropped) {
   EXPECT_EQ(dumpOrders(data), "G1|1|Acme|30|15\n");
 }
 
+TEST_F(OrderFile, AByteOrderMarkAnywhereElseIsText) {
+  readOrders(
+      "1,G1,30,10,Acme\n\xEF\xBB\xBF"
+      "1,G1,30,5,Acme\n");
+  EXPECT_EQ(dumpTexts(data.periods),
+            "1;\xEF\xBB\xBF"
+            "1;");
+}
+
 TEST_F(OrderFile, QuotesArePartOfTheText) {
   readOrders("1,G1,30,10,\"Acme\"\n");
   EXPECT_EQ(dumpOrders(data), "G1|1|\"Acme\"|30|10\n");
@@ -463,11 +472,12 @@ TEST_F(ReadOrder, AMachineCanProcessGradesAndWidthsUpToItsOwn) {
   EXPECT_FALSE(machineCanProcess(read("1,G9,1,1,A\n")));
 }
 
-TEST(OrderFileDeathTest, AFileThatCannotBeOpenedEndsTheRun) {
+TEST(OrderFileDeathTest, AFileThatCannotBeOpenedOrReadEndsTheRun) {
   const support::TemporaryFolder folder;
   PlanningComparators comparators;
   PlanningData data(comparators);
-  for (const std::string &name : {folder.file("absent"), folder.path().string()}) {
+  for (const std::string &name :
+       {folder.file("absent"), folder.path().string(), std::string("/proc/self/mem")}) {
     support::expectRunEnds(
         [&](std::ostream &log) {
           std::ifstream file;

@@ -25,7 +25,7 @@ struct LiteralLine {
 
 inline std::vector<LiteralLine> literalLines(const std::string &bytes) {
   std::vector<LiteralLine> lines;
-  std::size_t begin = 0;
+  std::size_t begin = bytes.starts_with("\xEF\xBB\xBF") ? 3 : 0;
   while (begin < bytes.size()) {
     LiteralLine line;
     const std::size_t end = bytes.find('\n', begin);
