@@ -72,26 +72,24 @@ class hashDictionary : public hashDictionaryBase {
   V *lookup(const K &key) {
     const quint32 hash = Hash()(key);
     Association *&head = bucketOf(hash);
-    Association **link = &head;
-    while (*link != nullptr) {
-      Association *entry = *link;
-      if (entry->hash == hash && keysEqual(*static_cast<K *>(entry->key), key)) {
-        *link = entry->next;
-        entry->next = head;
-        head = entry;
-        return static_cast<V *>(entry->value);
-      }
-      link = &entry->next;
+    Association **link = find(key, hash);
+    Association *entry = *link;
+    if (entry == nullptr) {
+      return nullptr;
     }
-    return nullptr;
+    *link = entry->next;
+    entry->next = head;
+    head = entry;
+    return static_cast<V *>(entry->value);
   }
 
   // False, with nothing changed or taken over, when an equal key is there already.
   bool insert(K *key, V *value) {
-    if (lookup(*key) != nullptr) {
+    const quint32 hash = Hash()(*key);
+    if (*find(*key, hash) != nullptr) {
       return false;
     }
-    addAtHead(key, value, Hash()(*key));
+    addAtHead(key, value, hash);
     return true;
   }
 
@@ -106,6 +104,17 @@ class hashDictionary : public hashDictionaryBase {
         releaseAssociation(entry);
       }
     }
+  }
+
+ private:
+  // The link to the key's entry, or to the end of its chain.
+  Association **find(const K &key, quint32 hash) {
+    Association **link = &bucketOf(hash);
+    while (*link != nullptr &&
+           ((*link)->hash != hash || !keysEqual(*static_cast<K *>((*link)->key), key))) {
+      link = &(*link)->next;
+    }
+    return link;
   }
 };
 

@@ -70,8 +70,10 @@ void *ZemMemMgr::allocate() {
     return heapAllocate(geometry_.blockSize);
   }
   if (current_ == nullptr || !hasFreeBlock(*current_)) {
-    Chunk *chunk = chunkWithSpace();
-    current_ = chunk != nullptr ? chunk : addChunk();
+    // Without a chunk to go on with there is no current one either: the full one stands in the list
+    // of full chunks now, and a release must find it there.
+    current_ = chunkWithSpace();
+    current_ = current_ != nullptr ? current_ : addChunk();
   }
   return popBlock(*current_);
 }

@@ -136,6 +136,22 @@ TEST(HashDictionary, AnEqualKeyIsRefusedAndNothingChanges) {
   EXPECT_THAT(dictionary.deleted, IsEmpty());
 }
 
+TEST(HashDictionary, ARefusedKeyLeavesTheOrderOfItsChain) {
+  OpenDictionary dictionary(5);
+  dictionary.add(1, 2, 10);
+  dictionary.add(2, 2, 20);
+  EXPECT_FALSE(dictionary.add(1, 2, 99));
+  EXPECT_THAT(dictionary.chain(2), ElementsAre(2, 1));
+}
+
+TEST(HashDictionary, KeysOfOneHashAreToldApart) {
+  OpenDictionary dictionary(5);
+  EXPECT_TRUE(dictionary.add(1, 2, 10));
+  EXPECT_TRUE(dictionary.add(2, 2, 20));
+  EXPECT_EQ(dictionary.valueOf(1, 2), 10);
+  EXPECT_EQ(dictionary.valueOf(2, 2), 20);
+}
+
 TEST(HashDictionary, AFoundEntryMovesToTheHeadOfItsChain) {
   OpenDictionary dictionary(5);
   for (quint32 key = 1; key <= 4; ++key) {

@@ -269,6 +269,26 @@ TEST(ZemMemMgr, WithoutMemoryForAChunkThePoolIsAsBefore) {
   }
 }
 
+// Two blocks a chunk. The second chunk is full when there is no memory for a third; then both get a
+// block back, the second one by the short way, and both blocks must be handed out again.
+TEST(ZemMemMgr, WithoutMemoryForAChunkNoFreeBlockIsForgotten) {
+  ZemMemMgr pool(24, "p", 3);
+  void *first = pool.allocate();
+  pool.allocate();
+  void *second = pool.allocate();
+  pool.allocate();
+  {
+    HeapProbe probe;
+    probe.failRequest(1);
+    EXPECT_THROW(pool.allocate(), std::bad_alloc);
+  }
+  pool.freeFast(second);
+  pool.freeFast(first);
+  EXPECT_EQ(pool.allocate(), first);
+  EXPECT_EQ(pool.allocate(), second);
+  EXPECT_EQ(pool.chunkCount(), 2U);
+}
+
 TEST(ZemMemMgr, ItsNameGrowsByColons) {
   ZemMemMgr pool(8, "a", 10);
   pool.extendName("b");
