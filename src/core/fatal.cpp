@@ -5,6 +5,8 @@
 #include <exception>
 #include <iostream>
 
+#include "core/progress.h"
+
 namespace corvane {
 
 void endRun(std::ostream &log, const std::string &text) {
@@ -13,11 +15,13 @@ void endRun(std::ostream &log, const std::string &text) {
 }
 
 void endRunOn(std::ostream &channel, const std::string &text) {
+  clearProgress();
   channel << text << std::endl;
   std::exit(1);
 }
 
 void endRunOutOfMemory() noexcept {
+  clearProgress();
   std::fputs("Error: Out of memory.\n", stderr);
   std::_Exit(1);
 }

@@ -6,24 +6,32 @@
 
 namespace corvane {
 
-// One line on standard error that tells where a long run is, rewritten a few times a second. Silent
-// unless standard error is a terminal.
+// One line on standard error that tells where a long run is, rewritten a few times a second and
+// never wider than the terminal. Silent unless standard error is a terminal.
 class ProgressLine {
  public:
-  ProgressLine();
+  using Clock = std::function<std::chrono::steady_clock::time_point()>;
 
-  // The text is asked for only when the line is due.
+  explicit ProgressLine(Clock clock = std::chrono::steady_clock::now);
+  ProgressLine(const ProgressLine &) = delete;
+  ProgressLine &operator=(const ProgressLine &) = delete;
+  ~ProgressLine() { finish(); }
+
+  // The text (UTF-8) is asked for only when the line is due.
   void show(const std::function<std::string()> &text);
   // Clears the line.
-  void finish();
+  void finish() noexcept;
 
  private:
-  using Clock = std::chrono::steady_clock;
-
   bool enabled_;
-  Clock::time_point start_;
-  Clock::time_point due_;
-  std::size_t shownLength_ = 0;
+  Clock clock_;
+  std::chrono::steady_clock::time_point start_;
+  std::chrono::steady_clock::time_point due_;
 };
+
+// Clears the line that is shown, if any, without asking for memory. Whoever says something on
+// standard output or standard error while a ProgressLine may be shown calls this first; tell() and
+// the ends of a run do.
+void clearProgress() noexcept;
 
 }  // namespace corvane

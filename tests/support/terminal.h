@@ -1,6 +1,7 @@
 #pragma once
 
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <cstdlib>
@@ -37,6 +38,10 @@ class Terminal {
     close(master_);
   }
   int file() const { return slave_; }
+  void setColumns(unsigned short columns) const {
+    const struct winsize size = {24, columns, 0, 0};
+    ioctl(slave_, TIOCSWINSZ, &size);
+  }
 
  private:
   int master_;
