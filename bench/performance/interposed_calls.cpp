@@ -38,6 +38,8 @@ auto inSolver(Operation operation) {
 
 }  // namespace corvane::bench
 
+namespace bench = corvane::bench;
+using namespace corvane;
 using bench::InPhase;
 using bench::interposed;
 using bench::Phase;
@@ -122,17 +124,19 @@ int __wrap_CPXfreeprob(CPXENVptr env, CPXLPptr *lp) {
 // The C++ functions, by the names that the compiler gives them.
 
 void realRebuild(PriceList &list, const std::vector<double> &widths, const double *duals) __asm__(
-    "__real__ZN9PriceList7rebuildERKSt6vectorIdSaIdEEPKd");
+    "__real__ZN7corvane9PriceList7rebuildERKSt6vectorIdSaIdEEPKd");
 void timedRebuild(PriceList &list, const std::vector<double> &widths, const double *duals) __asm__(
-    "__wrap__ZN9PriceList7rebuildERKSt6vectorIdSaIdEEPKd");
+    "__wrap__ZN7corvane9PriceList7rebuildERKSt6vectorIdSaIdEEPKd");
 bool realPriceCandidate(double deckleWidth, const PriceList &prices, const PricingLimits &limits, PatternRandom &random, Candidate &candidate) __asm__(
-    "__real__Z14priceCandidatedRK9PriceListRK13PricingLimitsR13PatternRandomR9Candidate");
+    "__real__ZN7corvane14priceCandidateEdRKNS_9PriceListERKNS_13PricingLimitsERNS_"
+    "13PatternRandomERNS_9CandidateE");
 bool timedPriceCandidate(double deckleWidth, const PriceList &prices, const PricingLimits &limits, PatternRandom &random, Candidate &candidate) __asm__(
-    "__wrap__Z14priceCandidatedRK9PriceListRK13PricingLimitsR13PatternRandomR9Candidate");
+    "__wrap__ZN7corvane14priceCandidateEdRKNS_9PriceListERKNS_13PricingLimitsERNS_"
+    "13PatternRandomERNS_9CandidateE");
 void realAppend(PendingColumns &columns, double cost, const QLinkedList<double> &widths, const std::vector<double> &rowWidths) __asm__(
-    "__real__ZN14PendingColumns6appendEdRK11QLinkedListIdERKSt6vectorIdSaIdEE");
+    "__real__ZN7corvane14PendingColumns6appendEdRK11QLinkedListIdERKSt6vectorIdSaIdEE");
 void timedAppend(PendingColumns &columns, double cost, const QLinkedList<double> &widths, const std::vector<double> &rowWidths) __asm__(
-    "__wrap__ZN14PendingColumns6appendEdRK11QLinkedListIdERKSt6vectorIdSaIdEE");
+    "__wrap__ZN7corvane14PendingColumns6appendEdRK11QLinkedListIdERKSt6vectorIdSaIdEE");
 
 void timedRebuild(PriceList &list, const std::vector<double> &widths, const double *duals) {
   const InPhase timed(Phase::kPricing);

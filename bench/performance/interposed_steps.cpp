@@ -22,32 +22,34 @@ using bench::Step;
   result timed##name(__VA_ARGS__) __asm__("__wrap_" mangled)
 
 CORVANE_WRAP(void, ReadMachineFile,
-             "_Z15readMachineFileR12PlanningDataRK7QStringRSt14basic_ifstreamIcSt11char_"
-             "traitsIcEERSo",
+             "_ZN7corvane15readMachineFileERNS_12PlanningDataERK7QStringRSt14basic_"
+             "ifstreamIcSt11char_traitsIcEERSo",
              PlanningData &, const QString &, std::ifstream &, std::ostream &);
 CORVANE_WRAP(void, ReadOrderFile,
-             "_Z13readOrderFileR12PlanningDataRK7QStringRSt14basic_ifstreamIcSt11char_"
-             "traitsIcEERSo",
+             "_ZN7corvane13readOrderFileERNS_12PlanningDataERK7QStringRSt14basic_"
+             "ifstreamIcSt11char_traitsIcEERSo",
              PlanningData &, const QString &, std::ifstream &, std::ostream &);
 CORVANE_WRAP(void, ReadFreightRateFile,
-             "_Z19readFreightRateFileR12PlanningDataRK7QStringRSt14basic_ifstreamIcSt11char_"
-             "traitsIcEERSo",
+             "_ZN7corvane19readFreightRateFileERNS_12PlanningDataERK7QStringRSt14basic_"
+             "ifstreamIcSt11char_traitsIcEERSo",
              PlanningData &, const QString &, std::ifstream &, std::ostream &);
-CORVANE_WRAP(void, GenerateColumns,
-             "_Z15generateColumnsRK11GradeDemandRKSt6vectorIdSaIdEERK17GenerationContext",
-             const GradeDemand &, const std::vector<double> &, const GenerationContext &);
+CORVANE_WRAP(
+    void, GenerateColumns,
+    "_ZN7corvane15generateColumnsERKNS_11GradeDemandERKSt6vectorIdSaIdEERKNS_17GenerationContextE",
+    const GradeDemand &, const std::vector<double> &, const GenerationContext &);
 CORVANE_WRAP(void, SelectPatterns,
-             "_Z14selectPatternsRK11QLinkedListI7QStringES3_RK11DemandTableRK18GenerationSettings"
-             "R11PatternSetsR12ProgressLineRSo",
+             "_ZN7corvane14selectPatternsERK11QLinkedListI7QStringES4_RKNS_11DemandTableERKNS_"
+             "18GenerationSettingsERNS_11PatternSetsERNS_12ProgressLineERSo",
              const QLinkedList<QString> &, const QLinkedList<QString> &, const DemandTable &,
              const GenerationSettings &, PatternSets &, ProgressLine &, std::ostream &);
 CORVANE_WRAP(void, ReportPatterns,
-             "_Z14reportPatternsRK11QLinkedListI7QStringEiRK11DemandTableR11PatternSetsiRSo",
+             "_ZN7corvane14reportPatternsERK11QLinkedListI7QStringEiRKNS_11DemandTableERNS_"
+             "11PatternSetsEiRSo",
              const QLinkedList<QString> &, int, const DemandTable &, PatternSets &, qint32,
              std::ostream &);
-CORVANE_WRAP(void, PrunePatterns, "_Z13prunePatternsR11PatternSets", PatternSets &);
-CORVANE_WRAP(void, WriteRoot, "_Z9writeRootRK9ModelDataR10ImportFile", const ModelData &,
-             ImportFile &);
+CORVANE_WRAP(void, PrunePatterns, "_ZN7corvane13prunePatternsERNS_11PatternSetsE", PatternSets &);
+CORVANE_WRAP(void, WriteRoot, "_ZN7corvane9writeRootERKNS_9ModelDataERNS_10ImportFileE",
+             const ModelData &, ImportFile &);
 
 #undef CORVANE_WRAP
 
