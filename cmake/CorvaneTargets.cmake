@@ -16,6 +16,10 @@ target_compile_options(corvane_flags INTERFACE
   -Wnon-virtual-dtor -Woverloaded-virtual -Werror
   # The last bit of a dual value decides which widths pricing picks: no fused operations.
   -ffp-contract=off)
+# What is released is hardened as Debian's own packages are.
+target_compile_options(corvane_flags INTERFACE
+  $<$<CONFIG:Release>:-fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2>)
+target_link_options(corvane_flags INTERFACE LINKER:-z,relro LINKER:-z,now)
 target_include_directories(corvane_flags INTERFACE "${PROJECT_SOURCE_DIR}/src")
 
 # corvane_layer(NAME [DEPENDENCY ...]): the static library corvane_NAME of all sources in this
