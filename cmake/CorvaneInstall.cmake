@@ -28,15 +28,17 @@ set(installed_programs
 # it relative to themselves: the tree works under any prefix and can be moved as a whole. The build
 # folder is laid out in the same way and the path is written once, at link time: a path that CMake
 # changes later is padded with empty elements, for which the loader searches the current folder.
-set_target_properties(${installed_programs} PROPERTIES
-  BUILD_WITH_INSTALL_RPATH ON INSTALL_RPATH "$ORIGIN/${CORVANE_BIN_TO_PRIVATE_LIB}")
-install(TARGETS ${installed_programs} RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 if(CORVANE_LP_LIBRARY)
-  # Somebody else's library stays where it is, and the installed programs look for it there.
-  set_target_properties(${installed_programs} PROPERTIES INSTALL_RPATH_USE_LINK_PATH ON)
+  # Somebody else's library stays where it is, and the programs look for it there.
+  get_target_property(lp_library corvane_lp IMPORTED_LOCATION)
+  cmake_path(GET lp_library PARENT_PATH lp_folder)
 else()
+  set(lp_folder "$ORIGIN/${CORVANE_BIN_TO_PRIVATE_LIB}")
   install(TARGETS corvane_lp LIBRARY DESTINATION "${CORVANE_PRIVATE_LIBDIR}" NAMELINK_SKIP)
 endif()
+set_target_properties(${installed_programs} PROPERTIES
+  BUILD_WITH_INSTALL_RPATH ON INSTALL_RPATH "${lp_folder}")
+install(TARGETS ${installed_programs} RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 
 # The time stamp is left out of a compressed page, so that two builds give the same bytes.
 set(manual_pages "")
