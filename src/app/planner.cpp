@@ -10,12 +10,11 @@
 
 #include "app/parameter_file.h"
 #include "app/process_objects.h"
+#include "app/run_files.h"
 #include "app/run_settings.h"
 #include "core/fatal.h"
-#include "core/files.h"
 #include "core/pooled_allocation.h"
 #include "core/progress.h"
-#include "core/text.h"
 #include "export/model.h"
 #include "generation/generate_patterns.h"
 #include "planning/freight_rate_file.h"
@@ -35,28 +34,20 @@ std::string timestamp() {
   return {buffer.data(), length};
 }
 
-void openLog(std::ofstream &log, const QString &name) {
-  if (!openForWriting(log, utf8(name), std::ios::app)) {
-    endRunOn(std::cerr, "Could not open log file: " + utf8(name));
-  }
-}
-
-void openImportFile(std::ofstream &file, const QString &name) {
-  if (!openForWriting(file, utf8(name), std::ios::trunc)) {
-    endRunOn(std::cerr, "Could not open import file: " + utf8(name));
-  }
-}
-
 void writeTotals(double totalDemand, qint32 totalPatterns, std::ostream &log) {
   log << std::fixed << std::setprecision(4);
   log << "Total demand in inches           : " << totalDemand << std::endl;
   log << "Total number of patterns in model: " << totalPatterns << std::endl;
 }
 
-// A reader that closes its end of a pipe is a write fault like any other, not the end of the run.
-void ignoreClosedPipes() {
+// A reader that closes its end of a pipe, and a file that may not grow any more, are write faults
+// like any other, not the end of the run.
+void ignoreWriteFaults() {
 #if defined(SIGPIPE)
   std::signal(SIGPIPE, SIG_IGN);
+#endif
+#if defined(SIGXFSZ)
+  std::signal(SIGXFSZ, SIG_IGN);
 #endif
 }
 
@@ -64,28 +55,26 @@ void ignoreClosedPipes() {
 
 int runPlanner(RunRecord &run, PatternRandom &random, std::ofstream &log) {
   zemPooledAllocation = 0;
-  std::ofstream importProbe;
   std::ifstream machineFile;
   std::ifstream orderFile;
   std::ifstream freightRateFile;
-  std::ofstream importFile;
   RunParameters &parameters = run.parameters;
   if (!readParameters(parameters, parameterFileName(), std::cout)) {
     endRunOn(std::cout, "Could not open parameter file.");
   }
-  openLog(log, parameters.logFile);
+  openLog(parameters, log);
   log << "**** Start Corvane. " << timestamp() << " ****" << std::endl;
   printParameters(parameters, log);
   // Fails before the long computation rather than after it.
-  openImportFile(importProbe, parameters.output);
-  importProbe.close();
+  ImportFileOfRun import(parameters);
+  import.open().close();
   readMachineFile(run.planning, parameters.machineFile, machineFile, log);
   readOrderFile(run.planning, parameters.orderFile, orderFile, log);
   readFreightRateFile(run.planning, parameters.freightRateFile, freightRateFile, log);
   ProgressLine progress;
   generatePatterns(run.planning, generationSettings(parameters), run.patterns, random, progress,
                    log);
-  openImportFile(importFile, parameters.output);
+  std::ofstream importFile = import.open();
   const double totalDemand =
       writeModel(run.planning, run.patterns, exportSettings(parameters), importFile, log);
   importFile.close();
@@ -96,7 +85,7 @@ int runPlanner(RunRecord &run, PatternRandom &random, std::ofstream &log) {
 }
 
 int runProcess() noexcept {
-  ignoreClosedPipes();
+  ignoreWriteFaults();
   try {
     return runPlanner(runRecord, patternRandom, logStream);
   } catch (const std::bad_alloc &) {

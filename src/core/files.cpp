@@ -52,6 +52,21 @@ fs::path pathOfFile(const std::string &name, const fs::path &folder) {
   return folder / asPath(separated);
 }
 
+bool areOneFile(const std::string &a, const std::string &b) {
+  const fs::path one = pathOfFile(a);
+  const fs::path other = pathOfFile(b);
+  std::error_code error;
+  const fs::file_type type = fs::status(one, error).type();
+  if (type != fs::status(other, error).type()) {
+    return false;
+  }
+  if (type == fs::file_type::not_found) {
+    return fs::weakly_canonical(fs::absolute(one, error), error) ==
+           fs::weakly_canonical(fs::absolute(other, error), error);
+  }
+  return type == fs::file_type::regular && fs::equivalent(one, other, error);
+}
+
 bool openForReading(std::ifstream &file, const std::string &name) {
   const fs::path path = pathOfFile(name);
   std::error_code error;

@@ -13,6 +13,10 @@ namespace corvane {
 // working directory). An absolute name stays what it is.
 std::filesystem::path pathOfFile(const std::string &name, const std::filesystem::path &folder = {});
 
+// Whether both names lead to one regular file, by whatever links or spellings; of files that are
+// not there yet, whether they would.
+bool areOneFile(const std::string &a, const std::string &b);
+
 // Opens for reading. False for what cannot be read as a file: nothing of that name, a folder, a
 // device other than an empty one or a terminal (a device may never end).
 bool openForReading(std::ifstream &file, const std::string &name);

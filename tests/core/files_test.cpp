@@ -6,6 +6,7 @@
 #include <string>
 
 #include "support/temporary_folder.h"
+#include "support/terminal.h"
 
 namespace corvane {
 namespace {
@@ -94,6 +95,50 @@ TEST_F(FilesTest, ADeviceOpensOnlyWhenItHoldsNothing) {
   ASSERT_TRUE(openForReading(file, "/dev/null"));
   EXPECT_TRUE(file.good());
   EXPECT_EQ(firstLine("/dev/zero"), "(not opened)");
+}
+
+TEST_F(FilesTest, ATerminalOpensThoughItIsADevice) {
+  const support::Terminal terminal;
+  if (terminal.file() < 0) {
+    GTEST_SKIP() << "no terminal can be made here";
+  }
+  std::ifstream file;
+  EXPECT_TRUE(openForReading(file, terminal.name()));
+}
+
+TEST_F(FilesTest, ANameIsRelativeToTheFolderOfTheRun) {
+  fs::create_directories("mill/data");
+  folder_.write("mill/data/orders.data", "");
+  EXPECT_EQ(pathOfFile("data\\orders.data", "mill"), "mill/data/orders.data");
+  EXPECT_EQ(pathOfFile("data/absent", "mill"), "mill/data/absent");
+  EXPECT_EQ(pathOfFile("/data/orders.data", "mill"), "/data/orders.data");
+  folder_.write("mill/data\\orders.data", "");
+  EXPECT_EQ(pathOfFile("data\\orders.data", "mill"), "mill/data\\orders.data");
+}
+
+TEST_F(FilesTest, NamesOfOneFileAreKnownByWhatTheyLeadTo) {
+  fs::create_directory("data");
+  folder_.write("data/a", "same");
+  folder_.write("data/b", "same");
+  fs::create_hard_link("data/a", "hard");
+  fs::create_symlink("data/a", "soft");
+  for (const char *name : {"data/a", "data\\a", "./data/../data/a", "hard", "soft"}) {
+    EXPECT_TRUE(areOneFile(name, "data/a")) << name;
+    EXPECT_FALSE(areOneFile(name, "data/b")) << name;
+    EXPECT_FALSE(areOneFile("absent", name)) << name;
+  }
+}
+
+TEST_F(FilesTest, NamesOfMissingFilesAreKnownByWhereTheyLead) {
+  fs::create_directory("data");
+  EXPECT_TRUE(areOneFile("data\\new", "./data/new"));
+  EXPECT_TRUE(areOneFile("new", (folder_.path() / "new").string()));
+  EXPECT_FALSE(areOneFile("data/new", "new"));
+}
+
+TEST_F(FilesTest, DevicesAndFoldersAreNoOneFile) {
+  EXPECT_FALSE(areOneFile("/dev/null", "/dev/null"));
+  EXPECT_FALSE(areOneFile(".", "."));
 }
 
 TEST_F(FilesTest, WritingBeginsAnewOrAppends) {

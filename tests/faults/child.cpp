@@ -71,8 +71,6 @@ std::vector<std::string> environmentOf(const Child &child) {
 }
 
 void limitFileSize(unsigned long bytes) {
-  // A write beyond the limit then fails, as on a full disk, where a signal would end the process.
-  std::signal(SIGXFSZ, SIG_IGN);
   const struct rlimit limit = {bytes, bytes};
   setrlimit(RLIMIT_FSIZE, &limit);
 }

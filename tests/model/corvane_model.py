@@ -198,6 +198,14 @@ def open_for_writing(name, mode):
         return None
 
 
+def same_file(a, b):
+    """Whether both names are one regular file; of files that are not there, would be."""
+    a, b = existing_path(a), existing_path(b)
+    if not os.path.exists(a) and not os.path.exists(b):
+        return os.path.realpath(a) == os.path.realpath(b)
+    return os.path.isfile(a) and os.path.isfile(b) and os.path.samefile(a, b)
+
+
 class Line:
     """One read of a line: number from 1, its bytes up to a NUL, whether it was too long for the
     buffer, and whether a line break ended it; the last read of a file ends without one."""
@@ -251,7 +259,7 @@ class Parameters:
         self.time_limit = -1
 
     def read(self):
-        path = os.environb.get(b"ZEM_CVN_PARAM", b"data\\Parameters.data")[:511]
+        path = parameter_path()
         content = read_bytes(path)
         if content is None:
             self.out.line("Could not open parameter file.")
@@ -1427,8 +1435,24 @@ def time_stamp():
     return time.strftime("%Y/%m/%d %H:%M:%S", time.localtime())
 
 
+def parameter_path():
+    return os.environb.get(b"ZEM_CVN_PARAM", b"data\\Parameters.data")[:511]
+
+
+def input_names(parameters):
+    return [parameter_path()] + [encoded(name) for name in (
+        parameters.machine_file, parameters.order_file, parameters.freight_rate_file)]
+
+
+def open_apart_from(name, others, mode):
+    """The descriptor, or None when the file is one of the others or cannot be opened."""
+    if any(same_file(name, other) for other in others):
+        return None
+    return open_for_writing(name, mode)
+
+
 def open_import_file(parameters, err):
-    descriptor = open_for_writing(encoded(parameters.output), os.O_TRUNC)
+    descriptor = open_apart_from(encoded(parameters.output), input_names(parameters), os.O_TRUNC)
     if descriptor is None:
         err.line("Could not open import file: " + parameters.output)
         raise Fatal
@@ -1438,7 +1462,9 @@ def open_import_file(parameters, err):
 def run_steps(library_path, out, err):
     parameters = Parameters(out)
     parameters.read()
-    descriptor = open_for_writing(encoded(parameters.log_file), os.O_APPEND)
+    descriptor = open_apart_from(encoded(parameters.log_file),
+                                 input_names(parameters) + [encoded(parameters.output)],
+                                 os.O_APPEND)
     if descriptor is None:
         err.line("Could not open log file: " + parameters.log_file)
         raise Fatal

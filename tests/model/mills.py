@@ -409,7 +409,7 @@ class _Maker:
     def break_something(self):
         if not self.chance(0.06):
             return
-        kind = self.random.randrange(6)
+        kind = self.random.randrange(7)
         key = self.random.choice(list(self.names))
         name = self.names[key]
         if kind in (0, 1):
@@ -422,6 +422,12 @@ class _Maker:
         elif kind == 4:
             self.mill.environment["ZEM_CVN_PARAM"] = self.random.choice(
                 ["", "missing", "data", "d" * 511, "./" * 300 + "data/Parameters.data"])
+        elif kind == 5:
+            # A file that is written is another one too.
+            key = self.random.choice(["log file", "output"])
+            other = self.random.choice([self.parameter_name()] + list(self.names.values()))
+            spelled = self.random.choice([other, "./" + other, other.replace("/", "\\")])
+            self.mill.files[self.parameter_name()] += ("\n%s=%s\n" % (key, spelled)).encode()
         else:
             # The parameter file stays: without its seed a run cannot be repeated.
             self.mill.files[self.random.choice(

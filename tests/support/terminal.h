@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <string>
 
 namespace corvane::support {
 
@@ -38,6 +39,7 @@ class Terminal {
     close(master_);
   }
   int file() const { return slave_; }
+  std::string name() const { return ptsname(master_); }
   void setColumns(unsigned short columns) const {
     const struct winsize size = {24, columns, 0, 0};
     ioctl(slave_, TIOCSWINSZ, &size);
