@@ -1,5 +1,6 @@
 #include "convert/workbook.h"
 
+#include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -47,7 +48,8 @@ QByteArray readAll(int descriptor) {
   return all;
 }
 
-// Starts the program with its standard output in the pipe; its process number, or -1.
+// Starts the program with its standard output in the pipe and its standard error nowhere: what it
+// says of a bad file is its own inside. Its process number, or -1.
 pid_t start(std::vector<std::string> words, const Pipe &output) {
   std::vector<char *> arguments;
   for (std::string &word : words) {
@@ -57,6 +59,7 @@ pid_t start(std::vector<std::string> words, const Pipe &output) {
   posix_spawn_file_actions_t actions;
   posix_spawn_file_actions_init(&actions);
   posix_spawn_file_actions_adddup2(&actions, output.end(1), STDOUT_FILENO);
+  posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
   posix_spawn_file_actions_addclose(&actions, output.end(0));
   posix_spawn_file_actions_addclose(&actions, output.end(1));
   pid_t process = -1;
