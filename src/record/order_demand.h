@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QHash>
+#include <filesystem>
+#include <vector>
+
+#include "app/run_parameters.h"
+#include "record/record.h"
+
+namespace corvane::record {
+
+// What the machine and the order file say, as the run's own readers read them, and the import file
+// does not.
+struct InputFacts {
+  QHash<QString, QString> millOfMachine;  // by cutter name; the first line counts
+  std::vector<SeenDemand> seen;           // by grade, then widest first
+};
+
+// Reads the files of a run in the folder; empty where one of them cannot be opened. `periods` are
+// those of the import file.
+InputFacts readInputFacts(const RunParameters &parameters, const std::filesystem::path &folder,
+                          const QStringList &periods);
+
+}  // namespace corvane::record

@@ -1,0 +1,367 @@
+"use strict";
+// Sorting, filtering and CSV of the tables, and the drawing of the network. The page reads without.
+(() => {
+  const element = (tag, properties, ...children) => {
+    const made = Object.assign(document.createElement(tag), properties);
+    made.append(...children);
+    return made;
+  };
+
+  // ---- tables
+
+  // A cell's own text, without the labels of a picture in it.
+  const textOf = (row, column) => {
+    const cell = row.cells[column];
+    const last = cell ? cell.lastChild : null;
+    return last && last.nodeName !== "svg" ? last.textContent.trim() : "";
+  };
+  // The number that a cell shows, or null.
+  const numberOf = (text) => {
+    const plain = text.replace(/,/g, "").replace("\u2212", "-");
+    return /^[+-]?\d+(\.\d+)?$/.test(plain) ? Number(plain) : null;
+  };
+
+  // Numbers before texts, empty cells last either way; equal ones keep their order.
+  const compareCells = (a, b, sign) => {
+    if (a === "" || b === "") {
+      return (a === "") - (b === "");
+    }
+    const x = numberOf(a);
+    const y = numberOf(b);
+    if (x !== null && y !== null) {
+      return sign * (x - y);
+    }
+    return x !== null ? -1 : y !== null ? 1 : sign * a.localeCompare(b, "en", {numeric: true});
+  };
+
+  const sortTable = (table, column, descending) => {
+    const body = table.querySelector("tbody:not(.total)");
+    if (!body) {
+      return;
+    }
+    const rows = [...body.rows].map((row) => [textOf(row, column), row]);
+    rows.sort((a, b) => compareCells(a[0], b[0], descending ? -1 : 1));
+    body.append(...rows.map((entry) => entry[1]));
+    for (const head of table.tHead.rows[0].cells) {
+      head.removeAttribute("aria-sort");
+    }
+    table.tHead.rows[0].cells[column].setAttribute("aria-sort", descending ? "descending" : "ascending");
+  };
+
+  const makeSortable = (table) => {
+    [...table.tHead.rows[0].cells].forEach((head, column) => {
+      const button = element("button", {type: "button"}, head.textContent);
+      button.addEventListener("click", () => {
+        sortTable(table, column, head.getAttribute("aria-sort") === "ascending");
+      });
+      head.replaceChildren(button);
+    });
+  };
+
+  const csvOf = (table) => {
+    const quoted = (text) => (/[",\r\n]/.test(text) ? '"' + text.replace(/"/g, '""') + '"' : text);
+    const line = (row) =>
+      [...table.tHead.rows[0].cells].map((head, column) => {
+        const text = textOf(row, column);
+        const number = numberOf(text);
+        return quoted(number === null ? text : String(number));
+      }).join(",") + "\r\n";
+    const body = table.querySelector("tbody:not(.total)");
+    const shown = [...(body ? body.rows : [])].filter((row) => !row.hidden);
+    return [table.tHead.rows[0], ...shown].map(line).join("");
+  };
+
+  const addTools = (table) => {
+    const name = table.caption.textContent;
+    const count = element("output");
+    const filter = element("input", {type: "search", placeholder: "Filter rows"});
+    filter.setAttribute("aria-label", "Filter rows: " + name);
+    filter.addEventListener("input", () => {
+      const words = filter.value.toLowerCase().split(/\s+/).filter(Boolean);
+      let shown = 0;
+      const body = table.querySelector("tbody:not(.total)");
+      for (const row of body ? body.rows : []) {
+        const text = [...row.cells].map((cell, column) => textOf(row, column)).join(" ").toLowerCase();
+        row.hidden = !words.every((word) => text.includes(word));
+        shown += row.hidden ? 0 : 1;
+      }
+      count.value = words.length ? shown + (shown === 1 ? " row" : " rows") : "";
+    });
+    const save = element("button", {type: "button"}, "CSV");
+    save.setAttribute("aria-label", "Save as CSV: " + name);
+    save.addEventListener("click", () => {
+      const address = URL.createObjectURL(new Blob([csvOf(table)], {type: "text/csv"}));
+      element("a", {href: address, download: table.id + ".csv"}).click();
+      setTimeout(() => URL.revokeObjectURL(address), 1000);
+    });
+    table.parentElement.before(element("div", {className: "tools"}, filter, save, count));
+  };
+
+  for (const table of document.querySelectorAll("table.sorted")) {
+    makeSortable(table);
+    if (table.classList.contains("long")) {
+      addTools(table);
+    }
+  }
+  addEventListener("beforeprint", () => {
+    for (const part of document.querySelectorAll("details")) {
+      part.open = true;
+    }
+  });
+
+  // ---- the network
+
+  const place = document.getElementById("drawing");
+  if (!place) {
+    return;
+  }
+  const columns = ["machine", "cutter", "batch", "pattern", "store", "waste", "delay", "order"];
+
+  // The nodes with kind, name, grade and place, the arcs and the flows of the record.
+  const readNetwork = () => {
+    const run = JSON.parse(document.getElementById("corvane-run").textContent);
+    const grade = run.cutters.map((cutter) => cutter.grade);
+    const lists = {
+      machine: run.machines.map((machine) => [machine.name, null]),
+      cutter: run.cutters.map((cutter, i) => [cutter.name, grade[i]]),
+      pattern: run.patterns.map((pattern) => [pattern[0], grade[pattern[1]]]),
+      store: run.stores.map((store) => [store[0], grade[store[1]]]),
+      order: run.orders.map((order) => [order.name, order.grade]),
+    };
+    const nodes = [];
+    for (const group of run.network.nodes) {
+      const list = lists[group.kind] || group.names.map((name) => [name, null]);
+      list.forEach(([name, ofGrade], i) => nodes.push({
+        kind: group.kind, name, grade: ofGrade, x: group.places[2 * i], y: group.places[2 * i + 1],
+      }));
+    }
+    const flows = run.plan ? run.plan.flows : [];
+    const arcs = [];
+    for (const [from, ...targets] of run.network.arcs) {
+      targets.forEach((to) => arcs.push([from, to, 0]));
+    }
+    // Nodes without a grade of their own have that of what they give to or take from; machines have
+    // all.
+    for (const [from, to] of arcs) {
+      for (const [one, other] of [[from, to], [to, from]]) {
+        if (nodes[one].grade === null && nodes[one].kind !== "machine") {
+          nodes[one].grade = nodes[other].grade;
+        }
+      }
+    }
+    return {nodes, arcs, flows, hasPlan: Boolean(run.plan), grades: [...new Set(grade)].sort()};
+  };
+
+  // The arcs that are drawn: of one grade or all, those that carry paper or all.
+  const chosen = (network, grade, all) => {
+    const isOf = ([from, to]) => !grade || [from, to].every((node) =>
+      network.nodes[node].grade === grade || network.nodes[node].kind === "machine");
+    const carrying = network.flows.filter(isOf);
+    if (network.hasPlan && !all) {
+      return carrying;
+    }
+    const key = (arc) => arc[0] * network.nodes.length + arc[1];
+    const carried = new Set(carrying.map(key));
+    return carrying.concat(network.arcs.filter((arc) => isOf(arc) && !carried.has(key(arc))));
+  };
+
+  // Columns from left to right; in each the nodes in the order of what they take from.
+  const spread = (network, arcs, width) => {
+    const used = new Map();
+    const boxOf = (node) => {
+      if (!used.has(node)) {
+        used.set(node, {node, into: 0, out: 0, rank: 0, weight: 0});
+      }
+      return used.get(node);
+    };
+    for (const [from, to, flow] of arcs) {
+      boxOf(from).out += flow;
+      boxOf(to).into += flow;
+    }
+    const present = columns.filter((kind) => kind !== "waste" &&
+      [...used.keys()].some((node) => network.nodes[node].kind === kind));
+    const columnOf = (kind) => present.indexOf(kind === "waste" ? "store" : kind);
+    const byColumn = present.map(() => []);
+    for (const box of used.values()) {
+      const column = columnOf(network.nodes[box.node].kind);
+      if (column < 0) {
+        byColumn[0].push(box);
+      } else {
+        byColumn[column].push(box);
+      }
+    }
+    const bySource = new Map();
+    for (const arc of arcs) {
+      bySource.has(arc[0]) ? bySource.get(arc[0]).push(arc) : bySource.set(arc[0], [arc]);
+    }
+    const most = Math.max(1, ...byColumn.map((column) => column.length));
+    const height = Math.min(2400, Math.max(380, most * 9));
+    const through = Math.max(...byColumn.map((column) =>
+      column.reduce((sum, box) => sum + Math.max(box.into, box.out), 0)));
+    const scale = through > 0 ? 0.45 * height / through : 0;
+    const step = byColumn.length > 1 ? (width - 230) / (byColumn.length - 1) : 0;
+    byColumn.forEach((column, index) => {
+      const rank = (box) => (box.weight > 0 ? box.rank / box.weight : box.node * 1e-6);
+      const isWaste = (box) => network.nodes[box.node].kind === "waste";
+      column.sort((a, b) => isWaste(a) - isWaste(b) || rank(a) - rank(b) || a.node - b.node);
+      const tall = column.reduce((sum, box) => sum + scale * Math.max(box.into, box.out), 0);
+      const gap = (height - 30 - tall) / Math.max(1, column.length);
+      let y = 15 + gap / 2;
+      for (const box of column) {
+        box.x = 90 + index * step;
+        box.y = y;
+        box.tall = scale * Math.max(box.into, box.out);
+        box.gap = gap + box.tall;
+        y += box.tall + gap;
+        for (const [, to, flow] of bySource.get(box.node) || []) {
+          const target = used.get(to);
+          const weight = flow > 0 ? flow : 1e-3;
+          target.rank += weight * (box.y + box.tall / 2);
+          target.weight += weight;
+        }
+      }
+    });
+    return {used, height, scale};
+  };
+
+  const colorsOf = () => {
+    const style = getComputedStyle(document.documentElement);
+    const color = (name) => style.getPropertyValue("--" + name).trim();
+    return {ink: color("ink"), quiet: color("quiet"), accent: color("accent"), trim: color("trim"),
+      line: color("line")};
+  };
+
+  const drawSpread = (context, network, arcs, width, layout, colors) => {
+    const starts = new Map();
+    const ends = new Map();
+    const offset = (map, box, thick) => {
+      const at = map.get(box) || 0;
+      map.set(box, at + thick);
+      return box.y + at + thick / 2;
+    };
+    const lines = arcs.map(([from, to, flow]) => ({
+      from: layout.used.get(from), to: layout.used.get(to), thick: flow * layout.scale, flow,
+      isTrim: network.nodes[to].kind === "waste",
+    }));
+    lines.sort((a, b) => a.to.y - b.to.y);
+    for (const line of lines) {
+      line.start = offset(starts, line.from, line.thick);
+    }
+    lines.sort((a, b) => a.from.y - b.from.y);
+    for (const line of lines) {
+      line.end = offset(ends, line.to, line.thick);
+      context.strokeStyle = line.isTrim ? colors.trim : line.flow > 0 ? colors.accent : colors.quiet;
+      context.globalAlpha = line.flow > 0 ? 0.4 : 0.12;
+      context.lineWidth = Math.max(0.5, line.thick);
+      const middle = (line.from.x + line.to.x) / 2;
+      context.beginPath();
+      context.moveTo(line.from.x, line.start);
+      context.bezierCurveTo(middle, line.start, middle, line.end, line.to.x, line.end);
+      context.stroke();
+    }
+    context.globalAlpha = 1;
+    for (const box of layout.used.values()) {
+      const node = network.nodes[box.node];
+      context.fillStyle = node.kind === "waste" ? colors.trim : colors.ink;
+      context.fillRect(box.x - 2, box.y - 0.75, 4, Math.max(1.5, box.tall + 1.5));
+      if (box.gap >= 12) {
+        const isFirst = node.kind === "machine";
+        context.fillStyle = colors.ink;
+        context.textAlign = isFirst ? "right" : "left";
+        context.fillText(node.name, box.x + (isFirst ? -7 : 6), box.y + box.tall / 2 + 3);
+      }
+    }
+  };
+
+  const drawPlaces = (context, network, arcs, width, height, colors) => {
+    const drawn = [...new Set(arcs.flatMap((arc) => [arc[0], arc[1]]))].map((i) => network.nodes[i]);
+    const most = (read) => drawn.reduce((value, node) => Math.max(value, read(node)), 1);
+    const scaleX = (width - 120) / most((node) => node.x);
+    const scaleY = (height - 40) / most((node) => node.y);
+    const x = (node) => 40 + node.x * scaleX;
+    const y = (node) => 20 + node.y * scaleY;
+    const largest = arcs.reduce((value, arc) => Math.max(value, arc[2]), 0);
+    for (const [from, to, flow] of arcs) {
+      context.strokeStyle = network.nodes[to].kind === "waste" ? colors.trim
+        : flow > 0 ? colors.accent : colors.quiet;
+      context.globalAlpha = flow > 0 ? 0.4 : 0.12;
+      context.lineWidth = Math.max(0.5, largest > 0 ? 18 * flow / largest : 0);
+      context.beginPath();
+      context.moveTo(x(network.nodes[from]), y(network.nodes[from]));
+      context.lineTo(x(network.nodes[to]), y(network.nodes[to]));
+      context.stroke();
+    }
+    context.globalAlpha = 1;
+    context.fillStyle = colors.ink;
+    for (const node of drawn) {
+      context.fillRect(x(node) - 2, y(node) - 2, 4, 4);
+    }
+  };
+
+  let network = null;
+  const grade = element("select");
+  const all = element("input", {type: "checkbox"});
+  const atPlaces = element("input", {type: "checkbox"});
+  const canvas = element("canvas");
+  canvas.setAttribute("role", "img");
+  canvas.setAttribute("aria-label", "Drawing of the network. The tables below tell its nodes and flows.");
+
+  const draw = () => {
+    if (!network || !place.clientWidth) {
+      return;
+    }
+    const arcs = chosen(network, grade.value, all.checked);
+    // On a narrow screen the drawing is wider than its box, which scrolls.
+    const width = Math.max(760, canvas.parentElement.clientWidth);
+    const layout = spread(network, arcs, width);
+    const ratio = Math.min(devicePixelRatio || 1, 2);
+    canvas.width = width * ratio;
+    canvas.height = layout.height * ratio;
+    canvas.style.width = width + "px";
+    canvas.style.height = layout.height + "px";
+    const context = canvas.getContext("2d");
+    context.scale(ratio, ratio);
+    context.font = "10px system-ui, sans-serif";
+    const colors = colorsOf();
+    if (atPlaces.checked) {
+      drawPlaces(context, network, arcs, width, layout.height, colors);
+    } else {
+      drawSpread(context, network, arcs, width, layout, colors);
+    }
+    place.dataset.arcs = arcs.length;
+  };
+
+  const start = () => {
+    if (network) {
+      return;
+    }
+    network = readNetwork();
+    grade.append(element("option", {value: ""}, "All grades"),
+      ...network.grades.map((name) => element("option", {value: name}, name)));
+    draw();
+  };
+
+  const tools = element("div", {className: "tools"}, element("label", {}, "Grade ", grade));
+  if ("plan" in place.dataset) {
+    tools.append(element("label", {}, all, " also what carries nothing"));
+  }
+  tools.append(element("label", {}, atPlaces, " at the file\u2019s coordinates"));
+  const box = element("div", {className: "box", tabIndex: 0}, canvas);
+  box.setAttribute("role", "region");
+  box.setAttribute("aria-label", "Network drawing");
+  place.append(tools, box);
+  place.hidden = false;
+  for (const choice of [grade, all, atPlaces]) {
+    choice.addEventListener("change", draw);
+  }
+  // Not before it comes near: reading and laying out a large network takes a while.
+  new IntersectionObserver((entries, observer) => {
+    if (entries.some((entry) => entry.isIntersecting)) {
+      observer.disconnect();
+      start();
+    }
+  }, {rootMargin: "400px"}).observe(place);
+  addEventListener("beforeprint", start);
+  addEventListener("resize", draw);
+  matchMedia("(prefers-color-scheme: dark)").addEventListener("change", draw);
+})();
