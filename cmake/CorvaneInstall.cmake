@@ -22,6 +22,7 @@ install(CODE "
 # The programs: each a target of that name, with its manual page docs/<name>.1.
 set(installed_programs
   corvane
+  corvane-convert
 )
 
 # The solver library is the programs' own affair, so it lives in a folder of its own, and they find
@@ -77,6 +78,8 @@ for a network-planning tool.")
 set(CPACK_PRE_BUILD_SCRIPTS "${PROJECT_SOURCE_DIR}/cmake/package_folders.cmake")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
+# Workbooks, where somebody has any.
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS xlsx2csv)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION science)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)

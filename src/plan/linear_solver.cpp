@@ -1,0 +1,130 @@
+#include "plan/linear_solver.h"
+
+// CLP's headers do not keep to our warnings.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wall"
+#pragma GCC diagnostic ignored "-Wextra"
+#pragma GCC diagnostic ignored "-Wpedantic"
+#pragma GCC diagnostic ignored "-Wconversion"
+#pragma GCC diagnostic ignored "-Wsign-conversion"
+#pragma GCC diagnostic ignored "-Wold-style-cast"
+#pragma GCC diagnostic ignored "-Wshadow"
+#pragma GCC diagnostic ignored "-Wunused-parameter"
+#include <ClpSimplex.hpp>
+#include <ClpSolve.hpp>
+#include <CoinPackedMatrix.hpp>
+#pragma GCC diagnostic pop
+
+#include <algorithm>
+#include <cmath>
+
+namespace corvane::plan {
+
+namespace {
+
+// CLP's own infinity is the largest double.
+double bound(double value) {
+  return std::isinf(value) ? std::copysign(COIN_DBL_MAX, value) : value;
+}
+
+std::vector<double> bounds(const std::vector<double> &values) {
+  std::vector<double> result(values.size());
+  std::transform(values.begin(), values.end(), result.begin(), bound);
+  return result;
+}
+
+std::vector<double> copy(const double *values, int count) {
+  return values == nullptr ? std::vector<double>(static_cast<std::size_t>(count))
+                           : std::vector<double>(values, values + count);
+}
+
+}  // namespace
+
+struct LinearSolver::Clp {
+  ClpSimplex simplex;
+  bool solved = false;
+  double secondsUsed = 0.0;
+};
+
+LinearSolver::LinearSolver(const LinearModel &model) : clp_(std::make_unique<Clp>()) {
+  ClpSimplex &simplex = clp_->simplex;
+  simplex.setLogLevel(0);
+  const std::vector<double> lower = bounds(model.lower);
+  const std::vector<double> upper = bounds(model.upper);
+  const std::vector<double> rowLower = bounds(model.rowLower);
+  const std::vector<double> rowUpper = bounds(model.rowUpper);
+  simplex.loadProblem(model.columns(), model.rows(), model.start.data(), model.rowOf.data(),
+                      model.value.data(), lower.data(), upper.data(), model.cost.data(),
+                      rowLower.data(), rowUpper.data());
+}
+
+LinearSolver::~LinearSolver() = default;
+
+void LinearSolver::setCost(int column, double cost) {
+  clp_->simplex.setObjectiveCoefficient(column, cost);
+}
+
+void LinearSolver::setColumnBounds(int column, double low, double high) {
+  clp_->simplex.setColumnBounds(column, bound(low), bound(high));
+}
+
+void LinearSolver::setRowBounds(int row, double low, double high) {
+  clp_->simplex.setRowBounds(row, bound(low), bound(high));
+}
+
+int LinearSolver::addRow(double low, double high, std::span<const int> columns,
+                         std::span<const double> values) {
+  clp_->simplex.addRow(static_cast<int>(columns.size()), columns.data(), values.data(), bound(low),
+                       bound(high));
+  return clp_->simplex.numberRows() - 1;
+}
+
+void LinearSolver::addColumns(const LinearModel &model, int first) {
+  const auto from = static_cast<std::size_t>(first);
+  std::vector<double> lower = bounds(model.lower);
+  std::vector<double> upper = bounds(model.upper);
+  const std::vector<int> starts(model.start.begin() + first, model.start.end());
+  std::vector<int> relative(starts.size());
+  std::transform(starts.begin(), starts.end(), relative.begin(),
+                 [&](int start) { return start - starts.front(); });
+  clp_->simplex.addColumns(
+      model.columns() - first, lower.data() + from, upper.data() + from, model.cost.data() + from,
+      relative.data(), model.rowOf.data() + starts.front(), model.value.data() + starts.front());
+}
+
+void LinearSolver::setTimeLimit(double seconds) {
+  clp_->simplex.setMaximumSeconds(seconds > 0.0 ? seconds : -1.0);
+}
+
+LinearSolution LinearSolver::solve(Method method) {
+  ClpSimplex &simplex = clp_->simplex;
+  if (clp_->solved && method != Method::kBarrier) {
+    if (method == Method::kDual) {
+      simplex.dual();
+    } else {
+      simplex.primal(1);
+    }
+  } else {
+    ClpSolve options;
+    options.setPresolveType(ClpSolve::presolveOn);
+    options.setSolveType(method == Method::kDual     ? ClpSolve::useDual
+                         : method == Method::kPrimal ? ClpSolve::usePrimal
+                                                     : ClpSolve::useBarrier);
+    simplex.initialSolve(options);
+  }
+  clp_->solved = true;
+  LinearSolution solution;
+  const int status = simplex.status();
+  solution.status = status == 0   ? Status::kOptimal
+                    : status == 1 ? Status::kInfeasible
+                    : status == 2 ? Status::kUnbounded
+                                  : Status::kStopped;
+  solution.objective = simplex.objectiveValue();
+  solution.primal = copy(simplex.primalColumnSolution(), simplex.numberColumns());
+  solution.dual = copy(simplex.dualRowSolution(), simplex.numberRows());
+  solution.reducedCost = copy(simplex.dualColumnSolution(), simplex.numberColumns());
+  solution.iterations = simplex.numberIterations();
+  return solution;
+}
+
+}  // namespace corvane::plan

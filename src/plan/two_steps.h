@@ -1,0 +1,50 @@
+#pragma once
+
+#include <optional>
+
+#include "plan/compact_lp.h"
+#include "plan/linear_solver.h"
+
+namespace corvane::plan {
+
+struct SolveOptions {
+  double timeLimit = 0.0;        // seconds of processor time for each solve; 0: none
+  std::optional<Method> method;  // of a solve from scratch; chosen by the model when empty
+};
+
+// The plan of a linear programme in two steps: first the least of undercost x unmet, then the least
+// cost at that. In one step with the undercost as a cost it would come out wrong: the waste of one
+// reel may cost more than a roll that is not delivered.
+//
+// What stays unmet is counted in rolls of the highest undercost. Where all can be delivered the
+// first step is not needed: the second has a solution with nothing unmet.
+class TwoSteps {
+ public:
+  // The solver holds the LP's model. Both are REQUIRED to outlive this.
+  TwoSteps(const PlanProblem &problem, const CompactLp &lp, LinearSolver &solver,
+           const SolveOptions &options);
+
+  // Leaves the solver with the bounds and costs of the second step, and its basis.
+  LinearSolution solve();
+
+  // After solve(): the least weighted unmet rolls, beside what is out of reach.
+  double leastUnmet() const { return leastUnmet_; }
+  // The row that keeps the unmet rolls at their least; -1 where unmet columns are fixed at 0.
+  int unmetRow() const { return unmetRow_; }
+
+ private:
+  LinearSolution firstStep();
+  LinearSolution secondStep();
+  void boundUnmet(bool fixed);
+  void setCosts(bool shortage);
+  double demandInReach() const;
+
+  const PlanProblem &problem_;
+  const CompactLp &lp_;
+  LinearSolver &solver_;
+  Method method_;
+  double leastUnmet_ = 0.0;
+  int unmetRow_ = -1;
+};
+
+}  // namespace corvane::plan
