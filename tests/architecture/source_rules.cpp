@@ -23,13 +23,14 @@ constexpr std::array kLayers = {"core", "planning", "generation", "export", "app
 const std::map<std::string, std::set<std::string>> &Companions() {
   static const std::map<std::string, std::set<std::string>> kCompanions = {
       {"formats", {"core"}},
+      {"processes", {}},
       {"network", {"core"}},
       {"plan", {"core", "formats", "network", "planning", "generation", "export", "app"}},
       {"checks", {"core", "formats", "network", "planning", "export", "app"}},
       {"record", {"core", "formats", "network", "planning", "app", "plan", "checks"}},
       {"report", {"core", "formats", "record"}},
-      {"convert", {"core", "formats", "planning", "app", "checks"}},
-      {"sweep", {"core", "formats", "app", "plan"}},
+      {"convert", {"core", "formats", "planning", "app", "checks", "processes"}},
+      {"sweep", {"core", "formats", "app", "processes"}},
       {"programs",
        {"core", "formats", "network", "planning", "generation", "export", "app", "plan", "checks",
         "record", "report", "convert", "sweep"}},
