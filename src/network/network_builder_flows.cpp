@@ -89,6 +89,9 @@ void NetworkBuilder::takeArc(const ImportLine &line) {
   }
   const Index arc = findOrAddArc({commodity, lastFrom_, lastTo_, line_});
   const double cost = finite(line.value);
+  if (cost != 0.0 && (line.family == Family::kTimeArc || line.family == Family::kYieldArc)) {
+    refuse("the arc has a cost where none has a meaning: " + std::string(line.value.text));
+  }
   if (line.family == Family::kTimeArc) {  // it names no period and holds for all
     for (Index period = 0; period < network_.periods.size(); ++period) {
       setArc(arc, period, cost);

@@ -99,8 +99,7 @@ void CompactLp::addSplit(const PlanProblem &problem, const RowRole &row, int num
   const Pattern &pattern = problem.patterns[row.what];
   const Yield &yield = pattern.yields[row.yield];
   for (Index store = 0; store < yield.stores.size(); ++store) {
-    addColumn({ColumnKind::kSplit, row.what, row.period, row.yield, store},
-              pattern.splitCost(row.yield, store, row.period), kInfinite,
+    addColumn({ColumnKind::kSplit, row.what, row.period, row.yield, store}, 0.0, kInfinite,
               {{number, -1.0}, {storeRow(yield.stores[store], row.period), 1.0}});
   }
 }
@@ -154,6 +153,21 @@ void CompactLp::addUnmet(const PlanProblem &problem) {
 double CompactLp::unmetWeight(const PlanProblem &problem, int column) const {
   const ColumnRole &role = this->column(column);
   return problem.orders[role.what].undercost[role.period] / problem.highestUndercost;
+}
+
+std::vector<std::string> columnNames(const CompactLp &lp) {
+  static constexpr const char *kKinds[] = {"reels", "ship", "surplus", "stock", "unmet", "split"};
+  std::vector<std::string> names;
+  for (int column = 0; column < lp.model().columns(); ++column) {
+    const ColumnRole &role = lp.column(column);
+    std::string name = kKinds[static_cast<std::size_t>(role.kind)];
+    name += '_' + std::to_string(role.what) + '_' + std::to_string(role.period);
+    if (role.kind == ColumnKind::kSplit) {
+      name += '_' + std::to_string(role.yield) + '_' + std::to_string(role.store);
+    }
+    names.push_back(std::move(name));
+  }
+  return names;
 }
 
 }  // namespace corvane::plan

@@ -96,4 +96,8 @@ class CompactLp {
   std::vector<int> unmetColumns_;
 };
 
+// Names of the columns for other programs: "reels_12_0" of the pattern 12 of the problem in its
+// first period.
+std::vector<std::string> columnNames(const CompactLp &lp);
+
 }  // namespace corvane::plan

@@ -38,12 +38,21 @@ std::vector<double> copy(const double *values, int count) {
                            : std::vector<double>(values, values + count);
 }
 
+// CLP is not asked where there is nothing to decide.
+LinearSolution nothingToSolve(const ClpSimplex &simplex) {
+  LinearSolution solution;
+  const bool feasible = std::all_of(simplex.rowLower(), simplex.rowLower() + simplex.numberRows(),
+                                    [](double low) { return low <= 0.0; });
+  solution.status = feasible ? Status::kOptimal : Status::kInfeasible;
+  solution.dual.resize(static_cast<std::size_t>(simplex.numberRows()));
+  return solution;
+}
+
 }  // namespace
 
 struct LinearSolver::Clp {
   ClpSimplex simplex;
   bool solved = false;
-  double secondsUsed = 0.0;
 };
 
 LinearSolver::LinearSolver(const LinearModel &model) : clp_(std::make_unique<Clp>()) {
@@ -98,6 +107,9 @@ void LinearSolver::setTimeLimit(double seconds) {
 
 LinearSolution LinearSolver::solve(Method method) {
   ClpSimplex &simplex = clp_->simplex;
+  if (simplex.numberColumns() == 0) {
+    return nothingToSolve(simplex);
+  }
   if (clp_->solved && method != Method::kBarrier) {
     if (method == Method::kDual) {
       simplex.dual();
@@ -125,6 +137,25 @@ LinearSolution LinearSolver::solve(Method method) {
   solution.reducedCost = copy(simplex.dualColumnSolution(), simplex.numberColumns());
   solution.iterations = simplex.numberIterations();
   return solution;
+}
+
+bool LinearSolver::writeMps(const std::string &path, const std::vector<std::string> &columnNames,
+                            const std::vector<int> &whole) {
+  ClpSimplex &simplex = clp_->simplex;
+  std::vector<std::string> rowNames;
+  for (int row = 0; row < simplex.numberRows(); ++row) {
+    rowNames.push_back("row_" + std::to_string(row));
+  }
+  simplex.copyNames(rowNames, columnNames);
+  for (const int column : whole) {
+    simplex.setInteger(column);
+  }
+  constexpr int kAllDigits = 1;
+  const bool written = simplex.writeMps(path.c_str(), kAllDigits) == 0;
+  for (const int column : whole) {
+    simplex.setContinuous(column);
+  }
+  return written;
 }
 
 }  // namespace corvane::plan

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <memory>
+#include <span>
 #include <string>
+#include <vector>
 
 #include "plan/linear_model.h"
 
@@ -30,8 +32,10 @@ class LinearSolver {
   // Solves from the basis that there is. The barrier starts afresh, and crosses over to a vertex.
   LinearSolution solve(Method method);
 
-  // Writes the model as it stands, whole columns marked, in free MPS. False when it cannot.
-  bool writeMps(const std::string &path, const LinearModel &names) const;
+  // Writes the model as it stands as MPS, with names for the columns; `whole` are those that must
+  // be whole. False when the file cannot be written.
+  bool writeMps(const std::string &path, const std::vector<std::string> &columnNames,
+                const std::vector<int> &whole);
 
  private:
   struct Clp;

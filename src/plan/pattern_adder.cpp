@@ -95,7 +95,7 @@ Index addPattern(Network &network, PlanProblem &problem, const NewPattern &wante
     Store &store = problem.stores[rolls.store];
     const Index node = pattern.node;
     recipe.push_back({store.commodity, false, rolls.count});
-    pattern.yields.push_back({store.commodity, store.width, rolls.count, {}, {rolls.store}, {}});
+    pattern.yields.push_back({store.commodity, store.width, rolls.count, {}, {rolls.store}});
     pattern.yields.back().arcs = {addArc(network, {store.commodity, node, store.node, 0}, kNone)};
     pattern.rollInches += rolls.count * store.width;
     raiseSurplusCost(store, cutter);

@@ -50,9 +50,6 @@ struct Yield {
   double rolls = 0.0;         // a reel
   std::vector<Index> arcs;    // to the stores
   std::vector<Index> stores;  // of PlanProblem::stores, as many
-  // Money a roll by arc and period, of the arcs' periods one after the other; only where there are
-  // several arcs.
-  std::vector<double> arcCosts;
 };
 
 // A pattern as one cutter feeds it.
@@ -69,14 +66,10 @@ struct Pattern {
   bool possible = true;           // its rolls fit into the deckle
   bool stopped = false;           // something that it yields has nowhere to go
   bool offered = false;           // it is not in the file, but from another run or from pricing
-  // Money a reel by period: feed, waste, the yield arcs where there is one, time of its machine.
+  // Money a reel by period: feed, waste and the time of its machine.
   std::vector<double> cost;
 
   bool usable() const { return possible && !stopped; }
-  // Money a roll of a yield with several stores.
-  double splitCost(Index yield, Index store, std::size_t period) const {
-    return yields[yield].arcCosts[store * cost.size() + period];
-  }
 };
 
 struct Store {
@@ -161,6 +154,9 @@ PlanProblem makeProblem(const Network &network, const ProblemOptions &options);
 
 // Finds anew which demand is out of reach, after patterns were added.
 void findReach(PlanProblem &problem);
+
+// A warning for each demand that is out of reach.
+std::vector<network::Warning> reachWarnings(const Network &network, const PlanProblem &problem);
 
 // A pattern that is not in the file.
 struct NewPattern {

@@ -99,18 +99,11 @@ void ProblemMaker::fillYields(Pattern &pattern) const {
     if (attachment.in || commodity.kind != CommodityKind::kWidth) {
       continue;
     }
-    Yield yield{attachment.commodity, commodity.width, attachment.quantity, {}, {}, {}};
+    Yield yield{attachment.commodity, commodity.width, attachment.quantity, {}, {}};
     for (const Index arc : adjacency_.from(pattern.node)) {
       if (network_.arcs[arc].commodity == attachment.commodity) {
         yield.arcs.push_back(arc);
         yield.stores.push_back(place_[network_.arcs[arc].to]);
-      }
-    }
-    if (yield.arcs.size() > 1) {
-      for (const Index arc : yield.arcs) {
-        for (std::size_t period = 0; period < problem_.periodCount(); ++period) {
-          yield.arcCosts.push_back(network_.arcCost(arc, period));
-        }
       }
     }
     pattern.rollInches += yield.rolls * yield.width;
@@ -154,11 +147,6 @@ void ProblemMaker::fillCost(Pattern &pattern) const {
     }
     if (pattern.wasteArc != kNone) {
       cost += pattern.trim * network_.arcCost(pattern.wasteArc, period);
-    }
-    for (const Yield &yield : pattern.yields) {
-      if (yield.arcs.size() == 1) {
-        cost += yield.rolls * network_.arcCost(yield.arcs.front(), period);
-      }
     }
     if (cutter.capacity > 0.0) {
       cost +=

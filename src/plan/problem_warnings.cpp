@@ -24,7 +24,6 @@ class RoleWarnings {
     warnOfPatterns();
     warnOfFreight();
     warnOfDelays();
-    warnOfReach();
   }
 
  private:
@@ -111,20 +110,6 @@ class RoleWarnings {
     }
   }
 
-  void warnOfReach() {
-    for (const Order &order : problem_.orders) {
-      for (std::size_t period = 0; period < problem_.periodCount(); ++period) {
-        if (order.reach[period] != Reason::kMet) {
-          const network::Series &amount = network_.nodes[order.node].amount;
-          warn(amount[period].line, "out-of-reach",
-               general(order.demand[period]) + " rolls of " + quote(order.name) + " in period " +
-                   problem_.periods[period] +
-                   " can never be delivered: " + std::string(reasonText(order.reach[period])));
-        }
-      }
-    }
-  }
-
   const Network &network_;
   PlanProblem &problem_;
 };
@@ -169,6 +154,23 @@ std::string_view reasonText(Reason reason) {
       return "no further whole reel fits, or the search ended";
   }
   return "";
+}
+
+std::vector<network::Warning> reachWarnings(const Network &network, const PlanProblem &problem) {
+  std::vector<network::Warning> warnings;
+  for (const Order &order : problem.orders) {
+    for (std::size_t period = 0; period < problem.periodCount(); ++period) {
+      if (order.reach[period] == Reason::kMet) {
+        continue;
+      }
+      warnings.push_back(
+          {network.nodes[order.node].amount[period].line, "out-of-reach",
+           general(order.demand[period]) + " rolls of " + quote(order.name) + " in period " +
+               problem.periods[period] +
+               " can never be delivered: " + std::string(reasonText(order.reach[period]))});
+    }
+  }
+  return warnings;
 }
 
 void warnOfRoles(const Network &network, PlanProblem &problem) {

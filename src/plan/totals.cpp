@@ -11,7 +11,6 @@ class Summing {
 
   Totals sum() {
     addReels();
-    addSplits();
     addShips();
     addStores();
     addOrders();
@@ -43,18 +42,6 @@ class Summing {
     totals_.cost.machineTime += reels / cutter.capacity *
                                 (network_.arcCost(cutter.timeArc, period) +
                                  problem_.machines[cutter.machine].dayCost[period]);
-    for (const Yield &yield : pattern.yields) {
-      if (yield.arcs.size() == 1) {
-        totals_.cost.other += reels * yield.rolls * network_.arcCost(yield.arcs.front(), period);
-      }
-    }
-  }
-
-  void addSplits() {
-    for (const auto &[key, rolls] : plan_.splits) {
-      const auto &[pattern, yield, store, period] = key;
-      totals_.cost.other += rolls * problem_.patterns[pattern].splitCost(yield, store, period);
-    }
   }
 
   void addShips() {

@@ -12,9 +12,8 @@ struct CostByKind {
   double freight = 0.0;      // of rolls on their way
   double machineTime = 0.0;  // of days
   double surplus = 0.0;      // of rolls that nobody ordered
-  double other = 0.0;  // of what the program's files give no cost: rolls on their way to a store
 
-  double total() const { return feed + waste + freight + machineTime + surplus + other; }
+  double total() const { return feed + waste + freight + machineTime + surplus; }
 };
 
 struct Totals {
