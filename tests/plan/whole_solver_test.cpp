@@ -25,18 +25,18 @@ LinearModel coverProgram(double rolls) {
 LinearModel hardProgram() {
   std::mt19937 random(3);
   LinearModel program;
-  for (int row = 0; row < 14; ++row) {
-    program.addRow(1 + static_cast<double>(random() % 100), kInfinite);
+  for (int row = 0; row < 21; ++row) {
+    program.addRow(1 + static_cast<double>(random() % 20), kInfinite);
   }
-  for (int column = 0; column < 40; ++column) {
+  for (int column = 0; column < 60; ++column) {
     std::vector<Entry> entries;
-    for (int entry = 0; entry < 2; ++entry) {
+    for (int entry = 0; entry < 3; ++entry) {
       entries.push_back(
-          {static_cast<int>(random() % 7) + 7 * (entry % 2), 1 + static_cast<double>(random() % 4)});
+          {static_cast<int>(random() % 7) + 7 * entry, 1 + static_cast<double>(random() % 4)});
     }
     program.addColumn(1 + static_cast<double>(random() % 100) / 1000, 0, kInfinite, entries);
   }
-  program.whole.assign(40, 1);
+  program.whole.assign(60, 1);
   return program;
 }
 
@@ -66,8 +66,8 @@ TEST(SolveWhole, IsNothingWhereThereIsNoSolution) {
 }
 
 TEST(SolveWhole, EndsAtItsNodesAndIsTheSameAgain) {
-  const auto once = solveWhole(hardProgram(), {.nodes = 20});
-  const auto again = solveWhole(hardProgram(), {.nodes = 20});
+  const auto once = solveWhole(hardProgram(), {.nodes = 50});
+  const auto again = solveWhole(hardProgram(), {.nodes = 50});
   ASSERT_TRUE(once && again);
   EXPECT_FALSE(once->isOptimal);
   EXPECT_LT(once->bound, once->cost);
@@ -77,7 +77,7 @@ TEST(SolveWhole, EndsAtItsNodesAndIsTheSameAgain) {
 TEST(SolveWhole, SaysNothing) {
   testing::internal::CaptureStdout();
   testing::internal::CaptureStderr();
-  solveWhole(hardProgram(), {.nodes = 20});
+  solveWhole(hardProgram(), {.nodes = 50});
   solveWhole(coverProgram(14), {.cutoff = 8});
   LinearModel impossible = coverProgram(14);
   impossible.upper = {1, 1};
