@@ -158,35 +158,32 @@ void NetworkBuilder::takeCommand(const ImportLine &line) {
 }
 
 void NetworkBuilder::takeNode(const ImportLine &line) {
-  bool again = false;
   switch (line.family) {
     case Family::kMachineFirst:
     case Family::kMachineLater:
-      return setMachine(declareNode(NodeType::kMachine, line.name, again), line);
+      return setMachine(declareNode(NodeType::kMachine, line.name), line);
     case Family::kProcess:
       periodOf(line.period);
-      return declareProcess(declareNode(NodeType::kProcess, line.name, again), again);
+      return declareProcess(line.name);
     case Family::kBatch:
     case Family::kWasteDemand:
       periodOf(line.period);
-      declareNode(line.family == Family::kBatch ? NodeType::kBatch : NodeType::kDemand, line.name,
-                  again);
+      declareNode(line.family == Family::kBatch ? NodeType::kBatch : NodeType::kDemand, line.name);
       return;
     case Family::kDelayFirst:
     case Family::kDelayLater: {
-      const Index node = declareNode(NodeType::kDelay, line.name, again);
+      const Index node = declareNode(NodeType::kDelay, line.name);
       return set(network_.nodes[node].delay, periodOf(line.period),
                  notNegative(line.value, "the delay"), node, "delay");
     }
     default:
-      return setStorage(declareNode(NodeType::kStorage, line.name, again), line);
+      return setStorage(declareNode(NodeType::kStorage, line.name), line);
   }
 }
 
-Index NetworkBuilder::declareNode(NodeType type, std::string_view name, bool &again) {
+Index NetworkBuilder::declareNode(NodeType type, std::string_view name) {
   const Index known = found(nodes_, name);
-  again = known != kNone;
-  if (again) {
+  if (known != kNone) {
     const Node &node = network_.nodes[known];
     if (node.type != type) {
       refuse("the node " + quote(name) + " is a " + typeName(type) + " here and was a " +
@@ -205,8 +202,10 @@ Index NetworkBuilder::declareNode(NodeType type, std::string_view name, bool &ag
 }
 
 // A process that is declared again starts its recipe anew.
-void NetworkBuilder::declareProcess(Index node, bool again) {
-  if (again) {
+void NetworkBuilder::declareProcess(std::string_view name) {
+  const std::size_t known = network_.nodes.size();
+  const Index node = declareNode(NodeType::kProcess, name);
+  if (node < known) {
     earlierRecipes_.push_back(
         {node, recipeLine_[node], std::exchange(network_.nodes[node].attachments, {})});
     recipeLine_[node] = line_;

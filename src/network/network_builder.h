@@ -59,8 +59,8 @@ class NetworkBuilder {
   void takeAttachment(const ImportLine &line);
   void takeArc(const ImportLine &line);
 
-  Index declareNode(NodeType type, std::string_view name, bool &again);
-  void declareProcess(Index node, bool again);
+  Index declareNode(NodeType type, std::string_view name);
+  void declareProcess(std::string_view name);
   void declareCommodity(const ImportLine &line);
   void setMachine(Index node, const ImportLine &line);
   void setStorage(Index node, const ImportLine &line);
