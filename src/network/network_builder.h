@@ -6,8 +6,8 @@
 #include <unordered_map>
 #include <vector>
 
-#include "core/bytes_map.h"
 #include "network/import_line.h"
+#include "network/name_table.h"
 #include "network/network.h"
 #include "network/replaced_values.h"
 
@@ -81,10 +81,10 @@ class NetworkBuilder {
   Network network_;
   Stage stage_ = Stage::kStart;
   Index line_ = 0;
-  BytesMap<Index> nodes_;
-  BytesMap<Index> commodities_;
-  BytesMap<Index> periods_;
-  BytesMap<Index> sets_;
+  NameTable nodes_;
+  NameTable commodities_;
+  NameTable periods_;
+  NameTable sets_;
   std::unordered_map<ArcKey, Index, ArcKeyHash> arcs_;
   std::vector<Index> recipeLine_;  // by node: where its last declaration stands
   std::vector<EarlierRecipe> earlierRecipes_;

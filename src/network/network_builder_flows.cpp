@@ -45,7 +45,7 @@ void NetworkBuilder::takeAttachment(const ImportLine &line) {
 }
 
 void NetworkBuilder::attachYield(Index node, const ImportLine &line) {
-  if (isEmptyYield(line) && commodities_.find(line.commodity) == nullptr) {
+  if (isEmptyYield(line) && commodities_.find(line.commodity) == kNone) {
     warn("no-widths", "the pattern " + quote(line.name) + " cuts no roll");
     return;
   }
