@@ -22,6 +22,7 @@ install(CODE "
 # The programs: each a target of that name, with its manual page docs/<name>.1.
 set(installed_programs
   corvane
+  corvane-check
   corvane-convert
 )
 

@@ -1,6 +1,7 @@
 #include "app/run_parameters.h"
 
 #include <array>
+#include <limits>
 #include <ostream>
 #include <string>
 #include <variant>
@@ -12,8 +13,13 @@ namespace corvane {
 
 namespace {
 
-// The kinds of parameters: how a value is read and checked, and how it is printed. Each names the
-// field that it fills.
+using Kind = ParameterRule::Kind;
+
+constexpr double kLowest = std::numeric_limits<qint32>::min();
+constexpr double kLargest = std::numeric_limits<qint32>::max();
+
+// The kinds of parameters: how a value is read and checked, how it is printed, and the rule
+// of it. Each names the field that it fills.
 
 // "True" or "False"; anything else changes nothing.
 struct Flag {
@@ -29,6 +35,7 @@ struct Flag {
   std::string print(const RunParameters &parameters) const {
     return parameters.*field == 1 ? "True" : "False";
   }
+  ParameterRule rule(const char *key) const { return {key, Kind::kFlag}; }
 };
 
 // An integer above 0; anything else changes nothing.
@@ -43,6 +50,7 @@ struct PositiveInteger {
   std::string print(const RunParameters &parameters) const {
     return std::to_string(parameters.*field);
   }
+  ParameterRule rule(const char *key) const { return {key, Kind::kInteger, 1, kLargest}; }
 };
 
 // An integer that is moved to the nearer bound, with a message.
@@ -67,6 +75,10 @@ struct ClampedInteger {
   std::string print(const RunParameters &parameters) const {
     return std::to_string(parameters.*field);
   }
+  ParameterRule rule(const char *key) const {
+    return {key,   Kind::kInteger, static_cast<double>(low), static_cast<double>(high),
+            false, true,           static_cast<double>(low)};
+  }
 };
 
 // Seconds; a negative number stands for none.
@@ -79,6 +91,7 @@ struct OptionalSeconds {
   std::string print(const RunParameters &parameters) const {
     return parameters.*field < 0 ? "None" : std::to_string(parameters.*field);
   }
+  ParameterRule rule(const char *key) const { return {key, Kind::kInteger, kLowest, kLargest}; }
 };
 
 // A number from 0 to 100; anything else changes nothing.
@@ -91,6 +104,7 @@ struct Threshold {
     }
   }
   std::string print(const RunParameters &parameters) const { return general(parameters.*field); }
+  ParameterRule rule(const char *key) const { return {key, Kind::kDecimal, 0, 100}; }
 };
 
 // A percentage above 0; what is out of bounds is moved to 1 or 100, with two messages.
@@ -113,6 +127,7 @@ struct PickSetPercentage {
   std::string print(const RunParameters &parameters) const {
     return general(parameters.*field) + "%";
   }
+  ParameterRule rule(const char *key) const { return {key, Kind::kDecimal, 0, 100, true, true, 1}; }
 };
 
 struct Text {
@@ -122,6 +137,7 @@ struct Text {
     parameters.*field = value;
   }
   std::string print(const RunParameters &parameters) const { return utf8(parameters.*field); }
+  ParameterRule rule(const char *key) const { return {key, Kind::kText}; }
 };
 
 // An unknown name changes nothing, whatever the message says of a default.
@@ -136,6 +152,7 @@ struct SolverName {
     }
   }
   std::string print(const RunParameters &parameters) const { return utf8(parameters.*field); }
+  ParameterRule rule(const char *key) const { return {key, Kind::kSolver}; }
 };
 
 struct Parameter {
@@ -145,6 +162,10 @@ struct Parameter {
                Text, SolverName>
       kind;
 };
+
+std::string printed(const Parameter &parameter, const RunParameters &parameters) {
+  return std::visit([&](const auto &kind) { return kind.print(parameters); }, parameter.kind);
+}
 
 using Run = RunParameters;
 
@@ -195,13 +216,29 @@ bool setParameter(RunParameters &parameters, const QString &key, const QString &
   return false;
 }
 
+std::vector<ParameterRule> parameterRules() {
+  std::vector<ParameterRule> rules;
+  for (const Parameter &parameter : kParameters) {
+    rules.push_back(
+        std::visit([&](const auto &kind) { return kind.rule(parameter.key); }, parameter.kind));
+  }
+  return rules;
+}
+
+std::string parameterText(const RunParameters &parameters, const QString &key) {
+  for (const Parameter &parameter : kParameters) {
+    if (key == QLatin1String(parameter.key)) {
+      return printed(parameter, parameters);
+    }
+  }
+  return {};
+}
+
 void printParameters(const RunParameters &parameters, std::ostream &out) {
   out << "Parameters:" << std::endl;
   for (const Parameter &parameter : kParameters) {
     if (parameter.label != nullptr) {
-      out << parameter.label
-          << std::visit([&](const auto &kind) { return kind.print(parameters); }, parameter.kind)
-          << std::endl;
+      out << parameter.label << printed(parameter, parameters) << std::endl;
     }
   }
 }

@@ -2,6 +2,8 @@
 
 #include <QString>
 #include <iosfwd>
+#include <string>
+#include <vector>
 
 namespace corvane {
 
@@ -31,6 +33,28 @@ struct RunParameters {
 // corrections are told on the stream. False when there is no such key.
 bool setParameter(RunParameters &parameters, const QString &key, const QString &value,
                   std::ostream &messages);
+
+// What may stand under a key of the parameter file.
+struct ParameterRule {
+  enum class Kind { kFlag, kInteger, kDecimal, kSolver, kText };
+
+  const char *key;
+  Kind kind;
+  // Of numbers.
+  double low = 0;
+  double high = 0;
+  bool isLowExcluded = false;
+  // Whether a number that is out of bounds is moved to lowBound or high; or else it changes
+  // nothing.
+  bool isMoved = false;
+  double lowBound = 0;
+};
+
+// The rule of every key, in the order of the summary.
+std::vector<ParameterRule> parameterRules();
+
+// The value under a key as the summary shows it; empty where there is no such key.
+std::string parameterText(const RunParameters &parameters, const QString &key);
 
 // Writes the summary of the parameters.
 void printParameters(const RunParameters &parameters, std::ostream &out);

@@ -6,6 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "core/text_table.h"
 #include "planning/demand_matcher.h"
 #include "planning/order_texts.h"
 #include "planning/planning_data.h"

@@ -4,7 +4,8 @@
 #include <QString>
 #include <string_view>
 
-#include "planning/text_table.h"
+#include "core/bytes_map.h"
+#include "core/text_table.h"
 
 namespace corvane {
 
@@ -28,9 +29,9 @@ class OrderTexts {
   // The widest cutter of each grade must outlive this.
   explicit OrderTexts(const QHash<QString, double> &widestCutter) : widestCutter_(widestCutter) {}
 
-  // Of two fields of one line, the period before the grade. Valid as long as this, as the other is.
+  // Of two fields of one line, the period before the grade. Valid until the next call.
   Place &place(std::string_view period, std::string_view grade);
-  // Of a field, which a NUL follows.
+  // Of a field, which a NUL follows. Valid until the next call.
   Width &width(std::string_view field);
   TextTable::Id customer(std::string_view field) { return texts_.idOf(field); }
 
@@ -40,8 +41,8 @@ class OrderTexts {
  private:
   const QHash<QString, double> &widestCutter_;
   TextTable texts_;
-  ByBytes<Place> places_;
-  ByBytes<Width> widths_;
+  BytesMap<Place> places_;
+  BytesMap<Width> widths_;
 };
 
 }  // namespace corvane

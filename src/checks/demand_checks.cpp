@@ -1,0 +1,199 @@
+// Orders that meet in one demand of pattern generation, or in one order of the model.
+
+#include <algorithm>
+#include <limits>
+#include <map>
+#include <span>
+#include <tuple>
+
+#include "checks/mill_checks.h"
+#include "checks/shown_text.h"
+#include "core/numbers.h"
+#include "planning/demand_matcher.h"
+
+namespace corvane::checks {
+
+namespace {
+
+// An order among those of its grade, period and width.
+struct Place {
+  quint64 gradePeriod;
+  quint64 widthCustomer;
+  quint32 row;
+};
+
+// Orders of one grade, period and width that make more than one demand.
+struct Several {
+  quint32 line = 0;     // the first that makes a second demand
+  quint32 largest = 0;  // the line of the largest
+  qint64 widths = 0;
+  double inches = 0;      // of those widths
+  double seenInches = 0;  // of their first demands
+  std::vector<Edit> edits;
+};
+
+class DemandChecks {
+ public:
+  explicit DemandChecks(const MillView &view) : view_(view) {}
+
+  void run() {
+    std::vector<Place> places = sortedPlaces();
+    for (auto begin = places.begin(); begin != places.end();) {
+      const auto end = std::find_if(begin, places.end(), [&](const Place &place) {
+        return place.gradePeriod != begin->gradePeriod ||
+               place.widthCustomer >> 32U != begin->widthCustomer >> 32U;
+      });
+      if (end - begin > 1) {
+        takeGroup({begin, end});
+      }
+      begin = end;
+    }
+    for (const auto &[grade, several] : several_) {
+      reportSeveral(grade, several);
+    }
+  }
+
+ private:
+  std::vector<Place> sortedPlaces() const {
+    std::vector<Place> places;
+    places.reserve(view_.mill.orders.size());
+    for (std::size_t i = 0; i < view_.mill.orders.size(); ++i) {
+      const OrderRow &order = view_.mill.orders[i];
+      if (!order.isBroken) {
+        places.push_back({pairKey(order.grade, order.period), pairKey(order.width, order.customer),
+                          static_cast<quint32>(i)});
+      }
+    }
+    std::sort(places.begin(), places.end(), [](const Place &a, const Place &b) {
+      return std::tie(a.gradePeriod, a.widthCustomer, a.row) <
+             std::tie(b.gradePeriod, b.widthCustomer, b.row);
+    });
+    return places;
+  }
+
+  const OrderRow &orderOf(const Place &place) const { return view_.mill.orders[place.row]; }
+
+  // The orders of one grade, period and width.
+  void takeGroup(std::span<const Place> group) {
+    std::vector<quint32> rows;
+    for (auto begin = group.begin(); begin != group.end();) {
+      const auto end = std::find_if(begin, group.end(), [&](const Place &place) {
+        return place.widthCustomer != begin->widthCustomer;
+      });
+      takeCustomer({begin, end}, rows);
+      begin = end;
+    }
+    // Lines that say the same are told apart from customers who want the same width.
+    std::sort(rows.begin(), rows.end());
+    takeDemands(rows);
+  }
+
+  // The orders of one customer among them; adds those that are no repetition to the rows.
+  void takeCustomer(std::span<const Place> orders, std::vector<quint32> &rows) {
+    std::map<qint32, quint32> lineOfQuantity;
+    qint64 sum = 0;
+    for (const Place &place : orders) {
+      const OrderRow &order = orderOf(place);
+      if (sum <= kLargest && sum + order.quantity > kLargest) {
+        reportSum(order);
+      }
+      sum += order.quantity;
+      const auto [first, isNew] = lineOfQuantity.try_emplace(order.quantity, order.line);
+      if (isNew) {
+        rows.push_back(place.row);
+      } else {
+        reportSame(order, first->second);
+      }
+    }
+  }
+
+  void takeDemands(const std::vector<quint32> &rows) {
+    DemandMatcher matcher;
+    std::map<TextId, qint32> sums;
+    quint32 second = 0;
+    quint32 largest = rows.front();
+    qint64 total = 0;
+    for (const quint32 row : rows) {
+      const OrderRow &order = view_.mill.orders[row];
+      qint32 &sum = sums[order.customer];
+      sum = saturatedSum(sum, order.quantity);
+      matcher.add(row, sum);
+      total += order.quantity;
+      second = matcher.entries().size() == 2 && second == 0 ? order.line : second;
+      largest = order.quantity > view_.mill.orders[largest].quantity ? row : largest;
+    }
+    if (matcher.entries().size() > 1) {
+      note(rows.front(), largest, second, total, matcher.entries().front().quantity);
+    }
+  }
+
+  void note(quint32 first, quint32 largest, quint32 second, qint64 total, qint32 seen) {
+    const OrderRow &order = view_.mill.orders[first];
+    Several &several = several_[order.grade];
+    if (several.line == 0 || second < several.line) {
+      several.line = second;
+    }
+    const double width = view_.mill.widths[order.width];
+    ++several.widths;
+    several.inches += static_cast<double>(total) * width;
+    several.seenInches += seen * width;
+    if (largest != first) {
+      swapLines(several.edits, order.line, view_.mill.orders[largest].line);
+    }
+  }
+
+  void swapLines(std::vector<Edit> &edits, quint32 a, quint32 b) const {
+    const SourceFile &file = view_.orderFile();
+    const auto replace = [&](quint32 line, quint32 by) {
+      edits.push_back({file.begin(line), file.begin(line) + file.line(line).size(),
+                       std::string(file.line(by))});
+    };
+    replace(a, b);
+    replace(b, a);
+  }
+
+  void reportSeveral(TextId grade, const Several &several) {
+    view_.sink.add(view_.orderFile(), Code::kSeveralDemands, [&](Finding &finding) {
+      placeAt(finding, view_.orderFile(), several.line, kOrderWidth);
+      finding.detail =
+          std::to_string(several.widths) + (several.widths == 1 ? " width of " : " widths of ") +
+          view_.mill.quotedName(grade) + " (each in one period), this one first; of their " +
+          general(several.inches) + " inches generation sees " + general(several.seenInches);
+      finding.write = "the largest of them first";
+      finding.edits = several.edits;
+    });
+  }
+
+  void reportSame(const OrderRow &order, quint32 firstLine) {
+    view_.sink.add(view_.orderFile(), Code::kSameOrderTwice, [&](Finding &finding) {
+      const SourceFile &file = view_.orderFile();
+      placeAt(finding, file, order.line, 0);
+      finding.length = file.line(order.line).size() - finding.offset;
+      finding.detail = "line " + std::to_string(firstLine) +
+                       " says the same; both count, and the sum is a second demand";
+      finding.write = "one of them, if the file was pasted twice";
+      finding.edits.push_back({file.begin(order.line), file.end(order.line), ""});
+    });
+  }
+
+  void reportSum(const OrderRow &order) {
+    view_.sink.add(view_.orderFile(), Code::kQuantityTooLarge, [&](Finding &finding) {
+      placeAt(finding, view_.orderFile(), order.line, kOrderQuantity);
+      finding.detail = "with the orders before it that it is merged with, " +
+                       std::to_string(kLargest) + " is passed";
+    });
+  }
+
+  static constexpr qint64 kLargest = std::numeric_limits<qint32>::max();
+
+  const MillView &view_;
+  std::map<TextId, Several> several_;
+};
+
+}  // namespace
+
+void checkDemands(const MillView &view) {
+  DemandChecks(view).run();
+}
+
+}  // namespace corvane::checks

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "checks/finding_sink.h"
+#include "core/bytes_map.h"
+#include "core/text_table.h"
+
+namespace corvane::checks {
+
+enum class FieldKind { kName, kNumber, kQuantity };
+
+// What is known of the bytes of a field, whichever line they stand in.
+struct FieldFacts {
+  std::optional<Code> code;  // what is wrong with them
+  TextTable::Id text = 0;    // of a name
+  double number = 0;         // of a number, as it is read
+};
+
+// Looks at every distinct field of a column once.
+class FieldTexts {
+ public:
+  FieldTexts(FieldKind kind, TextTable &texts) : kind_(kind), texts_(texts) {}
+
+  // A NUL follows the field.
+  FieldFacts of(std::string_view field) {
+    const FieldFacts *known = facts_.find(field);
+    return known != nullptr ? *known : facts_.add(field, lookAt(field));
+  }
+
+ private:
+  FieldFacts lookAt(std::string_view field);
+
+  FieldKind kind_;
+  TextTable &texts_;
+  BytesMap<FieldFacts> facts_;
+};
+
+// What is wrong with a field: the worst, if anything.
+std::optional<Code> faultOfName(std::string_view field);
+std::optional<Code> faultOfNumber(std::string_view field, FieldKind kind);
+
+// The name without what does not belong to it: outer blanks, quotes, control characters; in UTF-8.
+std::string cleanedName(std::string_view field);
+
+// Fills in what the code means for the field, which has the name ("grade") and stands at the
+// finding's place in the file: detail, what to write, and the edit.
+void describeField(Finding &finding, std::string_view field, std::string_view name, FieldKind kind);
+
+}  // namespace corvane::checks
