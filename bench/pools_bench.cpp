@@ -6,7 +6,6 @@
 #include <random>
 #include <vector>
 
-#include "core/pooled_allocation.h"
 #include "core/zem_mem_mgr.h"
 
 using namespace corvane;

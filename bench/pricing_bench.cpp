@@ -3,15 +3,14 @@
 
 #include <benchmark/benchmark.h>
 
-#include <functional>
+#include <algorithm>
 #include <random>
-#include <set>
 #include <stdexcept>
 #include <vector>
 
 #include "generation/price_list.h"
 #include "generation/pricing.h"
-#include "literal_pricing.h"
+#include "support/literal_pricing.h"
 
 using namespace corvane;
 
@@ -31,30 +30,27 @@ struct Master {
     }
     setPickRange(rows, kPickPercentage, random);
     random.seed(42);
-    program.rebuild(widths, duals.data());
-    literal.rebuild(widths, duals.data());
+    program.rebuild(widths, duals);
+    literalPrices = support::literalPriceList(widths, duals);
+    literalRandom.state = random.state();
+    literalRandom.high = random.high();
   }
 
   void checkPicks() {
-    PatternRandom other = random;
-    for (int candidate = 0; candidate < 100; ++candidate) {
-      Candidate ours;
-      Candidate expected;
-      const bool isSame = priceCandidate(kDeckleWidth, program, limits, random, ours) ==
-                          literal.price(kDeckleWidth, limits, other, expected);
-      if (!isSame || random.state() != other.state() || widthsOf(ours) != widthsOf(expected)) {
+    for (int number = 0; number < 100; ++number) {
+      Candidate candidate;
+      const bool found = priceCandidate(kDeckleWidth, program, limits, random, candidate);
+      std::vector<double> picks;
+      support::LiteralCandidate literal;
+      const bool isSame =
+          found == support::literalPrice(kDeckleWidth, literalPrices, limits.attempts,
+                                         limits.widths, literalRandom, literal, &picks);
+      if (!isSame || random.state() != literalRandom.state ||
+          (found && !std::equal(picks.begin(), picks.end(), candidate.widths.begin(),
+                                candidate.widths.begin() + candidate.count))) {
         throw std::runtime_error("the picks differ");
       }
     }
-  }
-
-  // Descending; a candidate of the program holds them as they were picked.
-  static std::multiset<double, std::greater<>> widthsOf(const Candidate &candidate) {
-    std::multiset<double, std::greater<>> sorted;
-    for (int at = 0; at < candidate.count; ++at) {
-      sorted.insert(candidate.widths[static_cast<std::size_t>(at)]);
-    }
-    return sorted;
   }
 
   std::vector<double> widths;
@@ -62,7 +58,8 @@ struct Master {
   PricingLimits limits;
   PatternRandom random;
   PriceList program;
-  bench::LiteralPricing literal;
+  std::vector<support::LiteralPrice> literalPrices;
+  support::LiteralRandom literalRandom;
 };
 
 void sizes(benchmark::internal::Benchmark *benchmark) {
@@ -73,25 +70,32 @@ void sizes(benchmark::internal::Benchmark *benchmark) {
   }
 }
 
-template <bool kLiteral>
+void priceLiterally(benchmark::State &state) {
+  Master master(static_cast<int>(state.range(0)), static_cast<int>(state.range(1)));
+  for (auto unused : state) {
+    support::LiteralCandidate candidate;
+    benchmark::DoNotOptimize(support::literalPrice(kDeckleWidth, master.literalPrices,
+                                                   master.limits.attempts, master.limits.widths,
+                                                   master.literalRandom, candidate));
+  }
+}
+BENCHMARK(priceLiterally)->Apply(sizes);
+
 void price(benchmark::State &state) {
   Master master(static_cast<int>(state.range(0)), static_cast<int>(state.range(1)));
   master.checkPicks();
   for (auto unused : state) {
     Candidate candidate;
     benchmark::DoNotOptimize(
-        kLiteral ? master.literal.price(kDeckleWidth, master.limits, master.random, candidate)
-                 : priceCandidate(kDeckleWidth, master.program, master.limits, master.random,
-                                  candidate));
+        priceCandidate(kDeckleWidth, master.program, master.limits, master.random, candidate));
   }
 }
-BENCHMARK_TEMPLATE(price, true)->Apply(sizes)->Name("literal");
-BENCHMARK_TEMPLATE(price, false)->Apply(sizes)->Name("program");
+BENCHMARK(price)->Apply(sizes);
 
 void buildPriceList(benchmark::State &state) {
   Master master(static_cast<int>(state.range(0)), 5);
   for (auto unused : state) {
-    master.program.rebuild(master.widths, master.duals.data());
+    master.program.rebuild(master.widths, master.duals);
   }
 }
 BENCHMARK(buildPriceList)->Arg(20)->Arg(60)->Arg(150)->Arg(400);

@@ -6,7 +6,7 @@
 #include <random>
 #include <vector>
 
-#include "core/basic_comparators.h"
+#include "core/comparison.h"
 #include "core/skip_list_cursor.h"
 
 using namespace corvane;

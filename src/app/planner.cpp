@@ -13,8 +13,8 @@
 #include "app/run_files.h"
 #include "app/run_settings.h"
 #include "core/fatal.h"
-#include "core/pooled_allocation.h"
 #include "core/progress.h"
+#include "core/zem_mem_mgr.h"
 #include "export/model.h"
 #include "generation/generate_patterns.h"
 #include "planning/freight_rate_file.h"
@@ -72,8 +72,8 @@ int runPlanner(RunRecord &run, PatternRandom &random, std::ofstream &log) {
   readOrderFile(run.planning, parameters.orderFile, orderFile, log);
   readFreightRateFile(run.planning, parameters.freightRateFile, freightRateFile, log);
   ProgressLine progress;
-  generatePatterns(run.planning, generationSettings(parameters), run.patterns, random, progress,
-                   log);
+  const GenerationSettings settings = generationSettings(parameters);
+  generatePatterns({run.planning, settings, run.patterns, random, log, progress});
   std::ofstream importFile = import.open();
   const double totalDemand =
       writeModel(run.planning, run.patterns, exportSettings(parameters), importFile, log);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtGlobal>
+#include <QString>
 
 namespace corvane {
 
@@ -52,5 +52,17 @@ int compareKeys(const K &a, const K &b) {
   }
   return b < a ? 1 : 0;
 }
+
+// Text order: code unit by code unit, case-sensitive.
+class StrComp : public Comparison<QString> {
+ public:
+  int compare(const QString &a, const QString &b) const override { return compareKeys(a, b); }
+};
+
+// Numeric order, exact: no tolerance.
+class DoubleComp : public Comparison<double> {
+ public:
+  int compare(const double &a, const double &b) const override { return compareKeys(a, b); }
+};
 
 }  // namespace corvane

@@ -32,9 +32,9 @@ class skipList {
   static constexpr int kStored = 0;
   static constexpr int kDuplicate = 2;
 
-  // levelArgument (0 to 8) chooses the level parameter. With duplicates allowed an element that
-  // equals a stored one is stored before it.
-  skipList(Comparison<T> *comparison, bool duplicatesAllowed, int levelArgument)
+  // With duplicates allowed an element that equals a stored one is stored before it. levelArgument
+  // (0 to 8) chooses the level parameter; the lists of a run have the one that stands here.
+  skipList(Comparison<T> *comparison, bool duplicatesAllowed, int levelArgument = 3)
       : comparison_(comparison),
         k_(skipLevelParameter(levelArgument)),
         duplicatesAllowed_(duplicatesAllowed ? 1 : 0) {

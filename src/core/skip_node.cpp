@@ -6,7 +6,7 @@
 #include <cstring>
 #include <string>
 
-#include "core/pooled_allocation.h"
+#include "core/zem_mem_mgr.h"
 #include "core/zem_mem_mgr_factory.h"
 
 namespace corvane {

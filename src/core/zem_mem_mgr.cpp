@@ -8,9 +8,18 @@
 #include <new>
 #include <utility>
 
-#include "core/pooled_allocation.h"
-
 namespace corvane {
+
+constinit qint32 zemPooledAllocation = 0;
+constinit qint32 zemPooledAssociations = 0;
+
+void *heapAllocate(std::size_t bytes) {
+  return ::operator new(bytes);
+}
+
+void heapFree(void *block) noexcept {
+  ::operator delete(block);
+}
 
 // Stands at the start of a chunk; the blocks follow it. Blocks may be aligned to 4 only, so the
 // link that a free block holds in its first 8 bytes is copied in and out.

@@ -10,7 +10,6 @@ namespace corvane {
 
 namespace {
 
-constexpr int kLevelArgument = 3;
 constexpr int kColumn = 910;
 constexpr quint32 kRowStep = 20;
 
@@ -37,7 +36,7 @@ void writeOrderBlocks(ModelData &data, ImportFile &file, const NameSet &orderSet
 
 }  // namespace
 
-NameSet::NameSet(StrComp &order) : names_(&order, false, kLevelArgument) {}
+NameSet::NameSet(StrComp &order) : names_(&order, false) {}
 
 bool NameSet::insert(const QString &name) {
   storage_.append(name);

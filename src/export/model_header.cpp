@@ -6,8 +6,6 @@ namespace corvane {
 
 namespace {
 
-constexpr int kLevelArgument = 3;
-
 // Every demand width of the table once. The set orders them; it holds no numbers of its own, so
 // they are gathered here. Widths of one grade are told apart before they are searched in the set.
 std::vector<double> gatherDemandWidths(ModelData &data) {
@@ -42,7 +40,7 @@ void writeCommodities(ModelData &data, ImportFile &file) {
     file.line("addcommodity <name> \"Deckle", width, "\"");
   }
   std::vector<double> widths = gatherDemandWidths(data);
-  skipList<double> ordered(&data.planning.comparators.number, false, kLevelArgument);
+  skipList<double> ordered(&data.planning.comparators.number, false);
   for (double &width : widths) {
     ordered.insert(&width);
   }

@@ -10,13 +10,16 @@
 #include "core/text.h"
 #include "generation/lp_solver.h"
 #include "generation/master_lp.h"
-#include "generation/pending_columns.h"
 #include "generation/price_list.h"
 #include "generation/pricing.h"
 
 namespace corvane {
 
 namespace {
+
+// The memory for the columns of an iteration to begin with.
+constexpr std::size_t kFirstColumns = 128;
+constexpr std::size_t kFirstNonzeros = 512;
 
 // Makes patterns of candidates. Most turn out to be in their set already; such a pattern becomes
 // the next candidate's, which then takes no memory.
@@ -71,12 +74,11 @@ class GradeGenerator {
         context_(context),
         gradeSets_(context.sets.ofGrade(demand.grade)),
         limits_{context.settings.stopGeneratingThreshold, context.settings.maximumWidthsInPattern},
-        solver_(context.settings.barrier, context.log),
-        pending_(context.log) {}
+        solver_(context.settings.barrier, context.log) {}
 
   void run() {
     solver_.open();
-    for (const QString &period : context_.periods) {
+    for (const QString &period : context_.data.periods) {
       const PeriodDemand *own = demand_.find(period);
       // Deliberately not forgotten when a period has no demand.
       lastDemand_ = own != nullptr ? own : lastDemand_;
@@ -92,42 +94,37 @@ class GradeGenerator {
   void runPeriod(const QString &period, const std::vector<DemandEntry> &demands) {
     setPickRange(static_cast<int>(widths_.size()), context_.settings.widthPickSetSize,
                  context_.random);
-    LpArrays lp;
-    buildMasterLp(widths_, demands, smallestDeckleWidth_, gradeSets_, context_.sets, lp,
-                  context_.log);
-    solver_.create(lp);
+    solver_.create(buildMasterLp(demand_.grade, widths_, demands, smallestDeckleWidth_,
+                                 context_.sets, context_.log));
     int iteration = 0;
     do {
       showProgress(period, ++iteration);
       solver_.solve(demand_.grade, period);
-      CheckedArray<double> duals;
-      solver_.readDuals(duals);
-      prices_.rebuild(widths_, duals.data());
-      duals.release();
-      pending_.prepare();
+      prices_.rebuild(widths_, solver_.readDuals());
     } while (addColumns());
-    prices_.clear();
   }
 
   // Prices patterns for every deckle width of the grade; false when no new one came of it.
   bool addColumns() {
-    bool added = false;
+    LpColumns columns(LpColumns::kAdditional, context_.log);
+    columns.reserveObjective(kFirstColumns);
+    columns.reserveMatrix(kFirstColumns, kFirstNonzeros);
+    columns.reserveBounds(kFirstColumns);
     // A limit of 0 switches generation off: the LP keeps its seeds.
     if (context_.settings.timeLimit != 0) {
       for (PatternCompPattern *set : gradeSets_) {
-        added = generateFor(*set) || added;
+        generateFor(*set, columns);
       }
     }
-    if (added) {
-      solver_.addColumns(pending_.columns());
+    if (columns.count() == 0) {
+      return false;
     }
-    pending_.release();
-    return added;
+    solver_.addColumns(columns);
+    return true;
   }
 
-  bool generateFor(PatternCompPattern &set) {
+  void generateFor(PatternCompPattern &set, LpColumns &columns) {
     const TimeLimit timeLimit(context_.settings.timeLimit);
-    bool added = false;
     for (qint32 made = 0; made < context_.settings.newPatternsPerIteration; ++made) {
       if (timeLimit.exceeded()) {
         reportTimeOut(set, made);
@@ -137,22 +134,20 @@ class GradeGenerator {
       if (!priceCandidate(set.deckleWidth, prices_, limits_, context_.random, candidate)) {
         break;
       }
-      added = keepPattern(set, candidate) || added;
+      keepPattern(set, candidate, columns);
     }
-    return added;
   }
 
-  // False when the set holds an equal pattern.
-  bool keepPattern(PatternCompPattern &set, const Candidate &candidate) {
+  // Adds a column, unless the set holds an equal pattern.
+  void keepPattern(PatternCompPattern &set, const Candidate &candidate, LpColumns &columns) {
     std::unique_ptr<Pattern> pattern = maker_.make(candidate);
     if (set.patterns->insert(pattern.get()) != skipList<Pattern>::kStored) {
       ++context_.sets.duplicates;
       maker_.recycle(std::move(pattern));
-      return false;
+      return;
     }
     ++context_.sets.totalPatterns;
-    pending_.append(set.deckleWidth, pattern.release()->widths, widths_);
-    return true;
+    columns.append(set.deckleWidth, pattern.release()->widths, widths_);
   }
 
   void reportTimeOut(const PatternCompPattern &set, qint32 made) {
@@ -176,7 +171,6 @@ class GradeGenerator {
   const std::vector<PatternCompPattern *> &gradeSets_;
   PricingLimits limits_;
   LpSolver solver_;
-  PendingColumns pending_;
   PatternMaker maker_;
   PriceList prices_;
   const PeriodDemand *lastDemand_ = nullptr;

@@ -1,27 +1,10 @@
 #pragma once
 
-#include <QLinkedList>
-#include <QString>
-#include <iosfwd>
 #include <vector>
 
-#include "core/progress.h"
-#include "generation/generation_settings.h"
-#include "generation/pattern_random.h"
-#include "generation/pattern_set.h"
-#include "planning/demand_table.h"
+#include "generation/generation_context.h"
 
 namespace corvane {
-
-// What column generation works with, beside the grade: all of it outlives the call.
-struct GenerationContext {
-  const GenerationSettings &settings;
-  const QLinkedList<QString> &periods;
-  PatternSets &sets;
-  PatternRandom &random;
-  std::ostream &log;
-  ProgressLine &progress;
-};
 
 // Generates patterns for one grade, period by period: solves the master LP, prices patterns from
 // its dual values, adds them as columns, and so on until an iteration adds none. The patterns stay

@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <ctime>
-#include <ostream>
+#include <iostream>
 
 #include "core/exchange_sort.h"
+#include "core/messages.h"
+#include "core/numbers.h"
 #include "generation/column_generation.h"
-#include "generation/final_selection.h"
-#include "generation/pattern_report.h"
+#include "generation/final_lp.h"
+#include "generation/pattern_choice.h"
 
 namespace corvane {
 
@@ -20,6 +22,12 @@ void seedRandom(qint32 chosenSeed, PatternRandom &random, std::ostream &log) {
       chosenSeed >= 0 ? chosenSeed : static_cast<qint32>(std::time(nullptr) % kSeedsFromClock);
   log << "Seed                 : " << seed << std::endl;
   random.seed(static_cast<quint32>(seed));
+}
+
+void report(double deckleWidth, const RareWidth &rare, std::ostream &log) {
+  tell(std::cout, log,
+       "Deckle Width: " + fixed(deckleWidth, 3) + ", Demand Width: " + fixed(rare.width, 3) +
+           " is in " + std::to_string(rare.patterns) + " patterns.");
 }
 
 }  // namespace
@@ -38,27 +46,37 @@ std::vector<double> createPatternSets(const QString &grade,
   return deckleWidths;
 }
 
-void generateAndSelectPatterns(const PlanningData &data, const GenerationSettings &settings,
-                               PatternSets &sets, PatternRandom &random, ProgressLine &progress,
-                               std::ostream &log) {
-  seedRandom(settings.seed, random, log);
+void generateAllColumns(const GenerationContext &context) {
+  const PlanningData &data = context.data;
+  seedRandom(context.settings.seed, context.random, context.log);
   const auto cutters = cuttersByGrade(data);
-  const GenerationContext context{settings, data.periods, sets, random, log, progress};
   for (const QString &grade : data.grades) {
-    const std::vector<double> deckleWidths = createPatternSets(grade, cutters[grade], sets);
+    const std::vector<double> deckleWidths = createPatternSets(grade, cutters[grade], context.sets);
     generateColumns(*data.demand.find(grade), deckleWidths, context);
   }
-  selectPatterns(data.grades, data.periods, data.demand, settings, sets, progress, log);
-  progress.finish();
-  reportPatterns(data.grades, static_cast<int>(data.periods.size()), data.demand, sets,
-                 settings.occurMin, log);
 }
 
-void generatePatterns(const PlanningData &data, const GenerationSettings &settings,
-                      PatternSets &sets, PatternRandom &random, ProgressLine &progress,
-                      std::ostream &log) {
-  generateAndSelectPatterns(data, settings, sets, random, progress, log);
-  prunePatterns(sets);
+void chooseAndReportPatterns(const GenerationContext &context) {
+  const auto periodCount = static_cast<qint32>(context.data.periods.size());
+  for (const QString &grade : context.data.grades) {
+    const GradeDemand *demand = context.data.demand.find(grade);
+    const std::vector<double> widths =
+        demand != nullptr ? distinctWidths(*demand) : std::vector<double>();
+    for (const PatternCompPattern *set : context.sets.ofGrade(grade)) {
+      for (const RareWidth &rare :
+           choosePatterns(*set, widths, periodCount, context.settings.occurMin)) {
+        report(set->deckleWidth, rare, context.log);
+      }
+    }
+  }
+}
+
+void generatePatterns(const GenerationContext &context) {
+  generateAllColumns(context);
+  solveFinalLps(context);
+  context.progress.finish();
+  chooseAndReportPatterns(context);
+  prunePatterns(context.sets);
 }
 
 }  // namespace corvane

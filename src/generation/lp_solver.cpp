@@ -35,17 +35,19 @@ void LpSolver::close() {
   }
 }
 
-void LpSolver::create(const LpArrays &lp) {
+void LpSolver::create(const LpProblem &lp) {
   int status = 0;
   lp_ = CPXcreateprob(env_, &status, kProblemName);
   if (lp_ == nullptr) {
     endRun(log_, "Error: Could not create LP.");
   }
   rows_ = lp.rows();
-  columns_ = lp.columns();
-  CPXcopylp(env_, lp_, columns_, rows_, LpArrays::kMinimise, lp.objective.data(),
-            lp.rightHandSides.data(), lp.senses.data(), lp.starts.data(), lp.counts.data(),
-            lp.indices.data(), lp.values.data(), lp.lower.data(), lp.upper.data(), nullptr);
+  columns_ = lp.columns.count();
+  const LpColumns &columns = lp.columns;
+  CPXcopylp(env_, lp_, columns_, rows_, LpProblem::kMinimise, columns.objective.data(),
+            lp.rightHandSides.data(), lp.senses.data(), columns.starts.data(),
+            columns.counts.data(), columns.indices.data(), columns.values.data(),
+            columns.lower.data(), columns.upper.data(), nullptr);
 }
 
 void LpSolver::solve(const QString &grade, const QString &period) {
@@ -59,39 +61,36 @@ void LpSolver::solve(const QString &grade, const QString &period) {
   }
 }
 
-void LpSolver::readDuals(CheckedArray<double> &duals) {
-  if (!duals.allocate(static_cast<std::size_t>(rows_), 0.0)) {
-    endRun(log_, "Error: Could not allocate memory for dual values.");
-  }
+std::vector<double> LpSolver::readDuals() {
+  std::vector<double> duals;
+  takeMemory("dual values", log_, [&] { duals.assign(static_cast<std::size_t>(rows_), 0.0); });
   const int code = CPXgetpi(env_, lp_, duals.data(), 0, rows_ - 1);
   if (code != 0) {
     endRun(log_, "Error: Could not get dual values from LP : " + std::to_string(code));
   }
+  return duals;
 }
 
-void LpSolver::readSolution(CheckedArray<double> &xValues, CheckedArray<double> &reducedCosts,
-                            double &objectiveValue) {
-  CPXgetobjval(env_, lp_, &objectiveValue);
+LpSolution LpSolver::readSolution() {
+  LpSolution solution;
   const auto columns = static_cast<std::size_t>(columns_);
-  if (!xValues.allocate(columns, 0.0)) {
-    endRun(log_, "Error: Could not allocate memory for x values.");
-  }
-  CPXgetx(env_, lp_, xValues.data(), 0, columns_ - 1);
-  if (!reducedCosts.allocate(columns, 0.0)) {
-    endRun(log_, "Error: Could not allocate memory for reduced costs.");
-  }
-  CPXgetdj(env_, lp_, reducedCosts.data(), 0, columns_ - 1);
+  CPXgetobjval(env_, lp_, &solution.objectiveValue);
+  takeMemory("x values", log_, [&] { solution.xValues.assign(columns, 0.0); });
+  CPXgetx(env_, lp_, solution.xValues.data(), 0, columns_ - 1);
+  takeMemory("reduced costs", log_, [&] { solution.reducedCosts.assign(columns, 0.0); });
+  CPXgetdj(env_, lp_, solution.reducedCosts.data(), 0, columns_ - 1);
+  return solution;
 }
 
-void LpSolver::addColumns(const LpArrays &columns) {
-  const int nonzeros = static_cast<int>(columns.values.size());
-  const int code = CPXaddcols(env_, lp_, columns.columns(), nonzeros, columns.objective.data(),
-                              columns.starts.data(), columns.indices.data(), columns.values.data(),
-                              columns.lower.data(), columns.upper.data(), nullptr);
+void LpSolver::addColumns(const LpColumns &columns) {
+  const int code =
+      CPXaddcols(env_, lp_, columns.count(), columns.nonzeros(), columns.objective.data(),
+                 columns.starts.data(), columns.indices.data(), columns.values.data(),
+                 columns.lower.data(), columns.upper.data(), nullptr);
   if (code != 0) {
     endRun(log_, "Error: Could not add columns to LP.");
   }
-  columns_ += columns.columns();
+  columns_ += columns.count();
 }
 
 void LpSolver::freeProblem() {

@@ -2,12 +2,19 @@
 
 #include <QString>
 #include <iosfwd>
+#include <vector>
 
-#include "core/checked_array.h"
-#include "generation/lp_arrays.h"
+#include "generation/lp_columns.h"
 #include "solver/callable_library.h"
 
 namespace corvane {
+
+// The solution of an LP, one value a column.
+struct LpSolution {
+  double objectiveValue = 0;
+  std::vector<double> xValues;
+  std::vector<double> reducedCosts;
+};
 
 // The LP solver as pattern generation uses it: one environment and one current problem. Every
 // failure that is looked at ends the run with its words on standard output and in the log; nothing
@@ -23,21 +30,20 @@ class LpSolver {
 
   // Creates a problem of its own for the LP and loads it; what the solver answers to the load is
   // not looked at, since a fault shows in the solve.
-  void create(const LpArrays &lp);
+  void create(const LpProblem &lp);
 
   // Solves to optimality, or ends the run. Grade and period are for the message.
   void solve(const QString &grade, const QString &period);
 
   // The dual values of all rows.
-  void readDuals(CheckedArray<double> &duals);
+  std::vector<double> readDuals();
 
-  // The values and reduced costs of all columns. The arrays are filled with 0 first, and what the
-  // solver answers is not looked at. The objective value is read before them.
-  void readSolution(CheckedArray<double> &xValues, CheckedArray<double> &reducedCosts,
-                    double &objectiveValue);
+  // The values and reduced costs of all columns. They are filled with 0 first, and what the solver
+  // answers is not looked at. The objective value is read before them.
+  LpSolution readSolution();
 
   // Adds columns in one batch; column j ends where column j + 1 starts.
-  void addColumns(const LpArrays &columns);
+  void addColumns(const LpColumns &columns);
 
   // Frees the current problem.
   void freeProblem();

@@ -16,38 +16,28 @@ PatternCompPattern *findSet(const std::vector<PatternCompPattern *> &gradeSets,
   return set != gradeSets.end() ? *set : nullptr;
 }
 
-// An equal seed may stand in the set from an earlier period; then this one is not kept.
-void seedPattern(double width, double deckleWidth, PatternCompPattern *set) {
-  auto pattern = std::make_unique<Pattern>(deckleWidth - width);
-  pattern->widths.append(width);
-  if (set != nullptr && set->patterns->insert(pattern.get()) == skipList<Pattern>::kStored) {
-    (void)pattern.release();
-  }
-}
-
 }  // namespace
 
-void buildMasterLp(const std::vector<double> &widths, const std::vector<DemandEntry> &demands,
-                   double smallestDeckleWidth, const std::vector<PatternCompPattern *> &gradeSets,
-                   PatternSets &sets, LpArrays &lp, std::ostream &log) {
+LpProblem buildMasterLp(const QString &grade, const std::vector<double> &widths,
+                        const std::vector<DemandEntry> &demands, double smallestDeckleWidth,
+                        PatternSets &sets, std::ostream &log) {
   const std::size_t rows = widths.size();
-  PatternCompPattern *set = findSet(gradeSets, smallestDeckleWidth);
-  lp.allocateObjective(rows, smallestDeckleWidth, log);
-  lp.allocateSenses(rows, log);
-  lp.allocateMatrix(rows, rows, log);
-  for (std::size_t row = 0; row < rows; ++row) {
-    lp.starts[row] = static_cast<int>(row);
-    lp.counts[row] = 1;
-    lp.indices[row] = static_cast<int>(row);
-    lp.values[row] = 1.0;
-    seedPattern(widths[row], smallestDeckleWidth, set);
+  PatternCompPattern *set = findSet(sets.ofGrade(grade), smallestDeckleWidth);
+  LpProblem lp(rows, rows, rows, log);
+  for (const double width : widths) {
+    auto seed = std::make_unique<Pattern>(smallestDeckleWidth - width);
+    seed->widths.append(width);
+    lp.columns.append(smallestDeckleWidth, seed->widths, widths);
+    // An equal seed may stand in the set from an earlier period; then this one is not kept.
+    if (set != nullptr && set->patterns->insert(seed.get()) == skipList<Pattern>::kStored) {
+      (void)seed.release();
+    }
     ++sets.totalPatterns;
   }
-  lp.allocateBounds(rows, log);
-  lp.allocateRightHandSides(rows, log);
   for (std::size_t row = 0; row < std::min(rows, demands.size()); ++row) {
     lp.rightHandSides[row] = static_cast<double>(demands[row].quantity);
   }
+  return lp;
 }
 
 }  // namespace corvane

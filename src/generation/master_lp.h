@@ -1,9 +1,10 @@
 #pragma once
 
+#include <QString>
 #include <iosfwd>
 #include <vector>
 
-#include "generation/lp_arrays.h"
+#include "generation/lp_columns.h"
 #include "generation/pattern_set.h"
 #include "planning/demand_table.h"
 
@@ -22,8 +23,8 @@ namespace corvane {
 // widths are the rows, distinct and descending, inches; demands holds the quantity of each, or is
 // empty when the period has none, and then all right-hand sides are 0. Every seed counts as a
 // pattern, whether its set held it already or not. Memory that cannot be had ends the run.
-void buildMasterLp(const std::vector<double> &widths, const std::vector<DemandEntry> &demands,
-                   double smallestDeckleWidth, const std::vector<PatternCompPattern *> &gradeSets,
-                   PatternSets &sets, LpArrays &lp, std::ostream &log);
+LpProblem buildMasterLp(const QString &grade, const std::vector<double> &widths,
+                        const std::vector<DemandEntry> &demands, double smallestDeckleWidth,
+                        PatternSets &sets, std::ostream &log);
 
 }  // namespace corvane

@@ -1,7 +1,7 @@
 #include "generation/pattern.h"
 
 #include "core/exchange_sort.h"
-#include "core/pooled_allocation.h"
+#include "core/zem_mem_mgr.h"
 #include "core/zem_mem_mgr_factory.h"
 
 namespace corvane {

@@ -3,6 +3,8 @@
 #include <QLinkedList>
 #include <cstddef>
 
+#include "generation/period_values.h"
+
 namespace corvane {
 
 // One way of slitting one deckle width of one grade into order widths.
@@ -22,11 +24,11 @@ struct Pattern {
   QLinkedList<double> widths;
   // Deckle width less the sum of the widths, inches.
   double trim;
-  // One entry a period, appended by the final selection: the activity of the pattern in the
-  // period's LP, its reduced cost there, and 1 where the pattern is taken into the model, else 0.
-  QLinkedList<double> xValues;
-  QLinkedList<double> reducedCosts;
-  QLinkedList<qint32> inModel;
+  // One entry a period, appended by the final LPs: the activity of the pattern in the period's LP,
+  // its reduced cost there, and 1 where the pattern is taken into the model, else 0.
+  PeriodValues<double> xValues;
+  PeriodValues<double> reducedCosts;
+  PeriodValues<qint32> inModel;
 };
 
 // Creates the registry of pools and in it the pool "Pattern". Called once, at start-up.

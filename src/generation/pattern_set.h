@@ -26,13 +26,6 @@ class PatternCompRedCost : public Comparison<Pattern> {
   qint32 period;  // the index into reducedCosts
 };
 
-// A pattern with its reduced cost in the period in work.
-struct PricedPattern {
-  double reducedCost;
-  qint32 place;  // in the order of its set
-  Pattern *pattern;
-};
-
 // The set of patterns of one grade and deckle width: its order and its description in one.
 //
 // The order: fewer widths first, then the widths pairwise, then the trim, numbers with
@@ -46,26 +39,18 @@ class PatternCompPattern : public Comparison<Pattern> {
 
   int compare(const Pattern &a, const Pattern &b) const override;
 
-  // Adds the list of the next period by reduced cost. `priced` holds the patterns of the set in
-  // its order, each with what it appended to reducedCosts for the period; it is left sorted.
-  // `isTotallyOrdered` vouches that ordersTotally() holds for the set.
-  void addRedCostSet(std::vector<PricedPattern> &priced, bool isTotallyOrdered);
-  // Destroys the lists by reduced cost.
+  // Makes the lists by reduced cost of the first periods, for whoever asks for them: every pattern
+  // of the set by the reducedCosts that the final LPs gave it. A run does not ask.
+  void makeRedCostSets(qint32 periodCount);
   void dropRedCostSets();
 
-  // One of each a period, filled by the final selection: the same patterns by reduced cost.
+  // One of each a period while the lists are there.
   QLinkedList<skipList<Pattern> *> redCostSets;
   QLinkedList<PatternCompRedCost *> redCostComps;
   double deckleWidth;  // inches
   QString grade;
   skipList<Pattern> *patterns;
 };
-
-// True when the order of patterns of this deckle width is a total one, in spite of its tolerance:
-// patterns that compare equal have the very same widths, and what comes before a pattern's
-// predecessor comes before the pattern. `widths` are all that the patterns may hold, distinct and
-// descending.
-bool ordersTotally(const std::vector<double> &widths, double deckleWidth);
 
 // All pattern sets of a run, and its counts.
 struct PatternSets {
@@ -80,12 +65,12 @@ struct PatternSets {
   const std::vector<PatternCompPattern *> &ofGrade(const QString &grade) const;
 
   // In order of creation; owned.
-  QLinkedList<PatternCompPattern *> deckleWidths;
+  QLinkedList<PatternCompPattern *> all;
   QHash<QString, std::vector<PatternCompPattern *>> byGrade;
 
-  // Every seed of every master LP and every accepted priced pattern.
+  // Every seed of every master LP and every pattern that pricing found and its set took.
   qint32 totalPatterns = 0;
-  // Priced patterns that were in their set already. A statistic; nothing reads it.
+  // Patterns that pricing found and their set held already. A statistic; nothing reads it.
   qint32 duplicates = 0;
 };
 

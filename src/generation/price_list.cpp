@@ -55,7 +55,7 @@ void sortByRatio(std::vector<RankedRow> &ranking) {
 
 }  // namespace
 
-void PriceList::rebuild(const std::vector<double> &widths, const double *duals) {
+void PriceList::rebuild(const std::vector<double> &widths, const std::vector<double> &duals) {
   std::vector<RankedRow> ranking;
   ranking.reserve(widths.size());
   for (std::size_t row = 0; row < widths.size(); ++row) {
@@ -70,11 +70,6 @@ void PriceList::rebuild(const std::vector<double> &widths, const double *duals) 
   hasUnorderedDuals_ = std::any_of(entries_.begin(), entries_.end(),
                                    [](const PriceEntry &entry) { return std::isnan(entry.dual); });
   buildFittingTable(ranking);
-}
-
-void PriceList::clear() {
-  entries_.clear();
-  byWidth_.clear();
 }
 
 int PriceList::bestFitting(double freeWidth) const {

@@ -28,8 +28,7 @@ class PriceList {
 
   // widths and duals hold one value a row. Equal ratios stand in the order that the fixed exchange
   // sort gives them.
-  void rebuild(const std::vector<double> &widths, const double *duals);
-  void clear();
+  void rebuild(const std::vector<double> &widths, const std::vector<double> &duals);
 
   int count() const { return static_cast<int>(entries_.size()); }
   const PriceEntry &operator[](int index) const {

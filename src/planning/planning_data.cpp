@@ -6,8 +6,6 @@ namespace corvane {
 
 namespace {
 
-constexpr int kLevelArgument = 3;
-
 template <typename T>
 void deleteRecords(const skipList<T> &list) {
   forEachElement(list, [](T &record) { delete &record; });
@@ -17,10 +15,10 @@ void deleteRecords(const skipList<T> &list) {
 
 PlanningData::PlanningData(PlanningComparators &theComparators)
     : comparators(theComparators),
-      names(&theComparators.name, false, kLevelArgument),
-      cutters(&theComparators.cutter, false, kLevelArgument),
-      orders(&theComparators.order, true, kLevelArgument),
-      freightRates(&theComparators.freightRate, false, kLevelArgument) {}
+      names(&theComparators.name, false),
+      cutters(&theComparators.cutter, false),
+      orders(&theComparators.order, true),
+      freightRates(&theComparators.freightRate, false) {}
 
 PlanningData::~PlanningData() {
   deleteRecords(freightRates);

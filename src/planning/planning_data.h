@@ -5,7 +5,7 @@
 #include <QString>
 #include <vector>
 
-#include "core/basic_comparators.h"
+#include "core/comparison.h"
 #include "core/skip_list.h"
 #include "planning/cutter.h"
 #include "planning/demand_table.h"

@@ -15,7 +15,7 @@
 #include <thread>
 
 #include "app/process_objects.h"
-#include "core/pooled_allocation.h"
+#include "core/zem_mem_mgr.h"
 #include "scripted_lp.h"
 #include "support/scoped_pooling.h"
 #include "support/stream_capture.h"

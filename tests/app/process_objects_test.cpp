@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/pooled_allocation.h"
+#include "core/zem_mem_mgr.h"
 #include "core/zem_mem_mgr_factory.h"
 
 namespace corvane {

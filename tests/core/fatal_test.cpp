@@ -8,9 +8,9 @@
 #include <iterator>
 #include <sstream>
 
-#include "core/heap_probe.h"
-#include "core/pooled_allocation.h"
+#include "core/zem_mem_mgr.h"
 #include "support/fatal_end.h"
+#include "support/heap_probe.h"
 
 namespace corvane {
 namespace {

@@ -8,8 +8,8 @@
 #include <random>
 #include <set>
 
-#include "core/heap_probe.h"
 #include "core/zem_mem_mgr_factory.h"
+#include "support/heap_probe.h"
 #include "support/scoped_pooling.h"
 #include "support/stream_capture.h"
 

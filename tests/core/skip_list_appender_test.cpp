@@ -7,9 +7,9 @@
 #include <new>
 #include <string>
 
-#include "core/basic_comparators.h"
-#include "core/heap_probe.h"
+#include "core/comparison.h"
 #include "core/numbers.h"
+#include "support/heap_probe.h"
 #include "support/skip_list_dump.h"
 
 namespace corvane {

@@ -8,7 +8,7 @@
 #include <set>
 #include <utility>
 
-#include "core/basic_comparators.h"
+#include "core/comparison.h"
 #include "support/skip_list_dump.h"
 
 namespace corvane {

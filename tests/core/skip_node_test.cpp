@@ -5,8 +5,8 @@
 
 #include <iostream>
 
-#include "core/heap_probe.h"
 #include "core/zem_mem_mgr_factory.h"
+#include "support/heap_probe.h"
 #include "support/pool_dump.h"
 #include "support/scoped_pooling.h"
 #include "support/stream_capture.h"

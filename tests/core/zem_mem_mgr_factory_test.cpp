@@ -5,7 +5,7 @@
 
 #include <iostream>
 
-#include "core/heap_probe.h"
+#include "support/heap_probe.h"
 #include "support/pool_dump.h"
 #include "support/stream_capture.h"
 

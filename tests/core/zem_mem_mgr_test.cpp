@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <iostream>
@@ -10,17 +11,15 @@
 #include <random>
 #include <sstream>
 
-#include "core/heap_probe.h"
-#include "core/pooled_allocation.h"
+#include "support/heap_probe.h"
 #include "support/pool_dump.h"
-#include "support/reference_pool.h"
+#include "support/scoped_pooling.h"
 #include "support/stream_capture.h"
 
 namespace corvane {
 namespace {
 
 using support::HeapProbe;
-using support::ReferencePool;
 using support::StreamCapture;
 
 struct GeometryCase {
@@ -296,26 +295,34 @@ TEST(ZemMemMgr, ItsNameGrowsByColons) {
   EXPECT_EQ(pool.name(), "a:b:c");
 }
 
-// A pool and its reference, driven together: every block must come from the place in its chunk that
-// the reference names. Live blocks are filled and looked at, so that overlaps show.
-class PoolPair {
+// Drives a pool and holds it to what every pool keeps: blocks lie on their places in a chunk and
+// belong to one user; no chunk is made while another has a free block, and one without a used block
+// goes, unless it is the only one; the block taken back last is the next to be handed out. Every
+// step answers what is wrong, or nothing.
+class WatchedPool {
  public:
-  PoolPair(quint32 size, quint32 count)
-      : pool_(size, "p", count), reference_(pool_.blocksPerChunk()) {}
+  WatchedPool(quint32 size, quint32 count) : pool_(size, "p", count) {}
 
   std::string allocate() {
-    const std::size_t made = reference_.chunksMade();
-    const ReferencePool::Place place = reference_.allocate();
+    const bool hasFreeBlock = live_.size() < chunks_.size() * pool_.blocksPerChunk();
     auto *block = static_cast<unsigned char *>(pool_.allocate());
-    if (reference_.chunksMade() > made) {
-      bases_[place.chunk] = block;
+    if (pool_.chunkCount() > chunks_.size()) {
+      chunks_[block] = 0;
+      if (hasFreeBlock) {
+        return "a chunk was made in spite of a free block";
+      }
     }
-    unsigned char *expected = bases_[place.chunk] + std::size_t{pool_.blockSize()} * place.block;
-    if (block != expected) {
-      return "allocated another block";
+    if (takenBack_ != nullptr && block != takenBack_) {
+      return "another block than the one taken back last";
     }
+    takenBack_ = nullptr;
+    const auto chunk = chunkOf(block);
+    if (chunk == chunks_.end() || (block - chunk->first) % pool_.blockSize() != 0) {
+      return "a block beside its place";
+    }
+    ++chunk->second;
     std::memset(block, mark(live_.size()), pool_.blockSize());
-    live_.push_back({place, block, mark(live_.size())});
+    live_.push_back({block, mark(live_.size())});
     return compare();
   }
 
@@ -326,55 +333,69 @@ class PoolPair {
     at %= live_.size();
     const Live freed = live_[at];
     live_.erase(live_.begin() + static_cast<std::ptrdiff_t>(at));
-    for (quint32 byte = 0; byte < pool_.blockSize(); ++byte) {
-      if (freed.block[byte] != freed.mark) {
-        return "a live block was overwritten";
-      }
+    if (std::any_of(freed.block, freed.block + pool_.blockSize(),
+                    [&](unsigned char byte) { return byte != freed.mark; })) {
+      return "a live block was overwritten";
     }
-    fast ? reference_.releaseFast(freed.place) : reference_.release(freed.place);
+    takenBack_ = freed.block;
+    const auto chunk = chunkOf(freed.block);
+    if (--chunk->second == 0 && chunks_.size() > 1) {
+      chunks_.erase(chunk);
+      takenBack_ = nullptr;
+    }
     fast ? pool_.freeFast(freed.block) : pool_.freeMem(freed.block);
     return compare();
   }
 
  private:
   struct Live {
-    ReferencePool::Place place;
     unsigned char *block;
     unsigned char mark;
   };
+  // The used blocks of every chunk, by the address of its first block.
+  using Chunks = std::map<unsigned char *, quint32>;
 
   static unsigned char mark(std::size_t number) {
     return static_cast<unsigned char>(number * 37 + 1);
   }
+  Chunks::iterator chunkOf(unsigned char *block) {
+    const auto after = chunks_.upper_bound(block);
+    if (after == chunks_.begin()) {
+      return chunks_.end();
+    }
+    const auto chunk = std::prev(after);
+    const std::size_t size = std::size_t{pool_.blockSize()} * pool_.blocksPerChunk();
+    return block < chunk->first + size ? chunk : chunks_.end();
+  }
   std::string compare() const {
-    return pool_.chunkCount() != reference_.chunkCount()   ? "number of chunks"
-           : pool_.usedBlocks() != reference_.usedBlocks() ? "number of used blocks"
-                                                           : "";
+    return pool_.chunkCount() != chunks_.size() ? "number of chunks"
+           : pool_.usedBlocks() != live_.size() ? "number of used blocks"
+                                                : "";
   }
 
   ZemMemMgr pool_;
-  ReferencePool reference_;
-  std::map<std::size_t, unsigned char *> bases_;
+  Chunks chunks_;
   std::vector<Live> live_;
+  const unsigned char *takenBack_ = nullptr;
 };
 
 // Letters: allocate; release the oldest, the second or the newest block, by the full or short way.
-std::string applyLetter(PoolPair &pair, int letter) {
+std::string applyLetter(WatchedPool &pool, int letter) {
   switch (letter) {
     case 0:
-      return pair.allocate();
+      return pool.allocate();
     case 1:
-      return pair.release(0, false);
+      return pool.release(0, false);
     case 2:
-      return pair.release(0, true);
+      return pool.release(0, true);
     case 3:
-      return pair.release(1, true);
+      return pool.release(1, true);
     default:
-      return pair.release(static_cast<std::size_t>(-1), false);
+      return pool.release(static_cast<std::size_t>(-1), false);
   }
 }
 
-TEST(ZemMemMgr, EveryShortSequenceTakesItsBlocksFromWhereTheReferenceDoes) {
+TEST(ZemMemMgr, KeepsItsRulesThroughEveryShortSequence) {
   constexpr int kLetters = 5;
   constexpr int kLength = 9;
   // One, two and three blocks a chunk, so that short sequences cross chunks.
@@ -384,36 +405,55 @@ TEST(ZemMemMgr, EveryShortSequenceTakesItsBlocksFromWhereTheReferenceDoes) {
       sequences *= kLetters;
     }
     for (int sequence = 0; sequence < sequences; ++sequence) {
-      PoolPair pair(size, 3);
+      WatchedPool pool(size, 3);
       std::string difference;
       for (int at = 0; at < 4 && difference.empty(); ++at) {
-        difference = pair.allocate();
+        difference = pool.allocate();
       }
       int rest = sequence;
       for (int at = 4; at < kLength && difference.empty(); ++at, rest /= kLetters) {
-        difference = applyLetter(pair, rest % kLetters);
+        difference = applyLetter(pool, rest % kLetters);
       }
       ASSERT_EQ(difference, "") << "size " << size << ", sequence " << sequence;
     }
   }
 }
 
-TEST(ZemMemMgr, LongRandomSequencesAgreeWithTheReference) {
+TEST(ZemMemMgr, KeepsItsRulesThroughLongRandomSequences) {
   struct Shape {
     quint32 size;
     quint32 count;
   };
   for (const Shape &shape : {Shape{24, 3}, {8, 9}, {40, 20}, {12, 100}, {136, 2}}) {
     std::mt19937 random(shape.size);
-    PoolPair pair(shape.size, shape.count);
+    WatchedPool pool(shape.size, shape.count);
     for (int step = 0; step < 6000; ++step) {
       const bool filling = step / 500 % 2 == 0;
       const bool allocate = random() % 10 < (filling ? 6U : 4U);
       const std::string difference =
-          allocate ? pair.allocate() : pair.release(random(), random() % 2 == 0);
+          allocate ? pool.allocate() : pool.release(random(), random() % 2 == 0);
       ASSERT_EQ(difference, "") << shape.size << " x " << shape.count << ", step " << step;
     }
   }
+}
+
+TEST(PooledAllocation, BothSwitchesAreOffAtStartUp) {
+  EXPECT_EQ(zemPooledAllocation, 0);
+  EXPECT_EQ(zemPooledAssociations, 0);
+}
+
+TEST(PooledAllocation, ThePlainHeapGivesAndTakesBack) {
+  HeapProbe probe;
+  void *block = heapAllocate(48);
+  EXPECT_EQ(probe.requestsOf(48), 1U);
+  heapFree(block);
+  EXPECT_TRUE(probe.wasReleased(block));
+}
+
+TEST(PooledAllocation, WithoutMemoryThePlainHeapThrows) {
+  HeapProbe probe;
+  probe.failRequest(1);
+  EXPECT_THROW(heapAllocate(48), std::bad_alloc);
 }
 
 }  // namespace

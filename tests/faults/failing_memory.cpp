@@ -18,15 +18,11 @@
 namespace corvane::faults {
 namespace {
 
-constinit Memory countedKind = Memory::kNone;
 constinit long failing = 0;
 constinit bool failingOnwards = false;
 constinit long counted = 0;
 
-bool mustFail(Memory kind) {
-  if (kind != countedKind) {
-    return false;
-  }
+bool mustFail() {
   ++counted;
   const bool fails = failing > 0 && (failingOnwards ? counted >= failing : counted == failing);
   if (fails) {
@@ -37,8 +33,7 @@ bool mustFail(Memory kind) {
 
 }  // namespace
 
-void failAllocation(Memory kind, long n, bool onwards) {
-  countedKind = kind;
+void failAllocation(long n, bool onwards) {
   failing = n;
   failingOnwards = onwards;
   counted = 0;
@@ -50,7 +45,6 @@ long countedAllocations() {
 
 }  // namespace corvane::faults
 
-using corvane::faults::Memory;
 using corvane::faults::mustFail;
 
 extern "C" {
@@ -61,29 +55,11 @@ void __gcov_exit() __attribute__((weak));
 // The end of a run without memory, which passes over everything that waits for the end of a
 // process: the counts of a build for coverage must not be lost there.
 void _Exit(int status) noexcept {
-  corvane::faults::failAllocation(Memory::kNone, 0, false);
+  corvane::faults::failAllocation(0, false);
   if (__gcov_exit != nullptr) {
     __gcov_exit();
   }
   _exit(status);
-}
-
-void *__real_malloc(std::size_t size);
-void *__real_calloc(std::size_t count, std::size_t size);
-void *__real_realloc(void *block, std::size_t size);
-
-// The program's own calls lead here. It calls realloc alone, but a compiler makes malloc of the
-// realloc of nothing, and calloc where zeros are filled in.
-void *__wrap_malloc(std::size_t size) {
-  return mustFail(Memory::kArrays) ? nullptr : __real_malloc(size);
-}
-
-void *__wrap_calloc(std::size_t count, std::size_t size) {
-  return mustFail(Memory::kArrays) ? nullptr : __real_calloc(count, size);
-}
-
-void *__wrap_realloc(void *block, std::size_t size) {
-  return mustFail(Memory::kArrays) ? nullptr : __real_realloc(block, size);
 }
 }
 
@@ -92,7 +68,7 @@ void *__wrap_realloc(void *block, std::size_t size) {
 namespace {
 
 void *allocate(std::size_t size) {
-  void *block = mustFail(Memory::kAll) ? nullptr : __real_malloc(size);
+  void *block = mustFail() ? nullptr : std::malloc(size);
   if (block == nullptr) {
     throw std::bad_alloc();
   }
@@ -129,15 +105,15 @@ void *__libc_calloc(std::size_t count, std::size_t size);
 void *__libc_realloc(void *block, std::size_t size);
 
 void *malloc(std::size_t size) noexcept {
-  return mustFail(Memory::kAll) ? nullptr : __libc_malloc(size);
+  return mustFail() ? nullptr : __libc_malloc(size);
 }
 
 void *calloc(std::size_t count, std::size_t size) noexcept {
-  return mustFail(Memory::kAll) ? nullptr : __libc_calloc(count, size);
+  return mustFail() ? nullptr : __libc_calloc(count, size);
 }
 
 void *realloc(void *block, std::size_t size) noexcept {
-  return mustFail(Memory::kAll) ? nullptr : __libc_realloc(block, size);
+  return mustFail() ? nullptr : __libc_realloc(block, size);
 }
 }
 

@@ -17,8 +17,7 @@ __attribute__((constructor(101))) void begin() {
   const char *chosen = std::getenv("CORVANE_FAIL_ALLOCATION");
   char *rest = nullptr;
   const long n = chosen == nullptr ? 0 : std::strtol(chosen, &rest, 10);
-  corvane::faults::failAllocation(corvane::faults::Memory::kAll, n,
-                                  rest != nullptr && *rest == '+');
+  corvane::faults::failAllocation(n, rest != nullptr && *rest == '+');
 }
 
 }  // namespace
@@ -27,7 +26,7 @@ int main() {
   const long beforeMain = corvane::faults::countedAllocations();
   const int status = runProcess();
   const long all = corvane::faults::countedAllocations();
-  corvane::faults::failAllocation(corvane::faults::Memory::kNone, 0, false);
+  corvane::faults::failAllocation(0, false);
   if (std::getenv("CORVANE_COUNT_ALLOCATIONS") != nullptr) {
     std::fprintf(stderr, "%ld %ld\n", beforeMain, all);
   }

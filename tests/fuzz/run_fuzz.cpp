@@ -149,8 +149,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
       return -1;
     }
     ProgressLine progress;
-    generatePatterns(run.planning, generationSettings(run.parameters), run.patterns, random,
-                     progress, log);
+    const GenerationSettings settings = generationSettings(run.parameters);
+    generatePatterns({run.planning, settings, run.patterns, random, log, progress});
     const Outcome outcome = modelOf(run, log);
     if (namesCanBeRead(inputs)) {
       requireGoodModel(run, inputs, outcome);

@@ -9,7 +9,7 @@
 #include <thread>
 
 #include "generation/generate_patterns.h"
-#include "generation/link_hooks.h"
+#include "generation/test_clock.h"
 #include "scripted_lp.h"
 #include "support/fatal_end.h"
 #include "support/mill.h"
@@ -61,7 +61,7 @@ class ColumnGeneration : public testing::Test {
     const std::vector<double> deckleWidths =
         createPatternSets(grade, cuttersByGrade(mill.data())[grade], sets_);
     generateColumns(*mill.data().demand.find(grade), deckleWidths,
-                    {settings_, mill.data().periods, sets_, random_, log, progress_});
+                    {mill.data(), settings_, sets_, random_, log, progress_});
   }
 
   GenerationSettings settings_;
@@ -262,7 +262,7 @@ TEST_F(ColumnGeneration, ShowsGradePeriodIterationAndPatternsOnATerminal) {
   ProgressLine progress;
   std::this_thread::sleep_for(std::chrono::milliseconds(300));
   generateColumns(*mill.data().demand.find("Fine"), deckleWidths,
-                  {settings_, mill.data().periods, sets_, random_, log_, progress});
+                  {mill.data(), settings_, sets_, random_, log_, progress});
   EXPECT_THAT(errors.text(),
               testing::StartsWith("\rgrade Fine, period 1, iteration 1, patterns 2, "));
   EXPECT_EQ(log_.str(), "");

@@ -6,7 +6,7 @@
 #include <iostream>
 #include <sstream>
 
-#include "generation/link_hooks.h"
+#include "generation/test_clock.h"
 #include "scripted_lp.h"
 #include "support/mill.h"
 #include "support/pattern_set_dump.h"
@@ -32,7 +32,7 @@ class PatternGeneration : public testing::Test {
   std::string generate(Mill &mill) {
     std::ostringstream log;
     const StreamCapture out(std::cout);
-    generatePatterns(mill.data(), settings_, sets_, random_, progress_, log);
+    generatePatterns({mill.data(), settings_, sets_, random_, log, progress_});
     return log.str();
   }
 
@@ -43,7 +43,7 @@ class PatternGeneration : public testing::Test {
     settings_.newPatternsPerIteration = 10;
     PatternSets sets;
     std::ostringstream log;
-    generateAndSelectPatterns(mill.data(), settings_, sets, random_, progress_, log);
+    generateAllColumns({mill.data(), settings_, sets, random_, log, progress_});
     return dump(sets);
   }
 
@@ -77,22 +77,22 @@ TEST_F(PatternGeneration, WithoutASeedTakesTheSecondsOfTheClockModulo10000) {
 TEST_F(PatternGeneration, OfTwoCuttersOfOneGradeAndDeckleWidthMakesOneSet) {
   Mill mill("N,W1,Fine,100,1,1,1\nN,W2,Fine,100,1,1,1\n", "1,Fine,60,3,Acme\n");
   generate(mill);
-  EXPECT_EQ(sets_.deckleWidths.size(), 1);
+  EXPECT_EQ(sets_.all.size(), 1);
 }
 
 TEST_F(PatternGeneration, OfTwoGradesOfOneDeckleWidthMakesTwoSets) {
   Mill mill("N,W1,Fine,100,1,1,1\nN,W1,Board,100,1,1,1\n", "1,Fine,60,3,Acme\n1,Board,60,3,Acme\n");
   generate(mill);
-  ASSERT_EQ(sets_.deckleWidths.size(), 2);
-  EXPECT_EQ(sets_.deckleWidths.first()->grade, "Board");
-  EXPECT_EQ(sets_.deckleWidths.last()->grade, "Fine");
+  ASSERT_EQ(sets_.all.size(), 2);
+  EXPECT_EQ(sets_.all.first()->grade, "Board");
+  EXPECT_EQ(sets_.all.last()->grade, "Fine");
 }
 
 TEST_F(PatternGeneration, MakesNoSetForAGradeWithoutOrders) {
   Mill mill("N,W1,Fine,100,1,1,1\nN,W1,Board,100,1,1,1\n", "1,Fine,60,3,Acme\n");
   generate(mill);
-  ASSERT_EQ(sets_.deckleWidths.size(), 1);
-  EXPECT_EQ(sets_.deckleWidths.first()->grade, "Fine");
+  ASSERT_EQ(sets_.all.size(), 1);
+  EXPECT_EQ(sets_.all.first()->grade, "Fine");
 }
 
 TEST_F(PatternGeneration, SortsTheDeckleWidthsOfAGradeAscendingButMakesTheirSetsInCutterOrder) {

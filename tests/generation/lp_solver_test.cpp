@@ -5,41 +5,27 @@
 
 #include <sstream>
 
-#include "generation/link_hooks.h"
 #include "scripted_lp.h"
-#include "support/array_contents.h"
 #include "support/fatal_end.h"
+#include "support/heap_probe.h"
 #include "support/stream_capture.h"
 
 namespace corvane {
 namespace {
 
-using support::contents;
 using support::expectRunEnds;
-using support::RefusedArray;
 using testing::ElementsAre;
 
-// Two widths of demand 4 and 6, each with a column of cost 80.
-void fill(LpArrays &lp, std::ostream &log) {
-  lp.allocateObjective(2, 80, log);
-  lp.allocateSenses(2, log);
-  lp.allocateMatrix(2, 2, log);
-  lp.allocateBounds(2, log);
-  lp.allocateRightHandSides(2, log);
-  for (std::size_t at = 0; at < 2; ++at) {
-    lp.starts[at] = static_cast<int>(at);
-    lp.counts[at] = 1;
-    lp.indices[at] = static_cast<int>(at);
-    lp.values[at] = 1;
-    lp.rightHandSides[at] = at == 0 ? 4 : 6;
-  }
-}
+const std::vector<double> kRowWidths = {30, 20};
 
 class TheLpSolver : public testing::Test {
  protected:
   void SetUp() override {
     scripted_lp::reset();
-    fill(lp_, log_);
+    // Two widths of demand 4 and 6, each with a column of cost 80.
+    lp_.columns.append(80, {30}, kRowWidths);
+    lp_.columns.append(80, {20}, kRowWidths);
+    lp_.rightHandSides = {4, 6};
   }
 
   // The steps of a run on a solver of its own, up to and with the solve.
@@ -60,7 +46,7 @@ class TheLpSolver : public testing::Test {
   }
 
   std::ostringstream log_;
-  LpArrays lp_;
+  LpProblem lp_{2, 2, 2, log_};
 };
 
 TEST_F(TheLpSolver, HandsTheWholeLpToTheLibraryAndNoRanges) {
@@ -96,9 +82,7 @@ TEST_F(TheLpSolver, RunsTheBarrierMethodWithAPrimalCrossoverWhereChosen) {
 TEST_F(TheLpSolver, ReadsTheDualsOfAllRows) {
   LpSolver solver(false, log_);
   solve(solver);
-  CheckedArray<double> duals;
-  solver.readDuals(duals);
-  EXPECT_THAT(contents(duals), ElementsAre(80, 80));
+  EXPECT_THAT(solver.readDuals(), ElementsAre(80, 80));
   EXPECT_THAT(
       scripted_lp::calls_of("getpi"),
       ElementsAre("CPXgetpi(env=env1, lp=lp1, values=set, begin=0, end=1) -> 0 values=[80 80]"));
@@ -108,13 +92,10 @@ TEST_F(TheLpSolver, ReadsObjectiveValuesAndReducedCostsInThatOrder) {
   LpSolver solver(false, log_);
   solve(solver);
   const std::size_t before = scripted_lp::calls().size();
-  CheckedArray<double> xValues;
-  CheckedArray<double> reducedCosts;
-  double objective = 0;
-  solver.readSolution(xValues, reducedCosts, objective);
-  EXPECT_EQ(objective, 800);
-  EXPECT_THAT(contents(xValues), ElementsAre(4, 6));
-  EXPECT_THAT(contents(reducedCosts), ElementsAre(0, 0));
+  const LpSolution solution = solver.readSolution();
+  EXPECT_EQ(solution.objectiveValue, 800);
+  EXPECT_THAT(solution.xValues, ElementsAre(4, 6));
+  EXPECT_THAT(solution.reducedCosts, ElementsAre(0, 0));
   const std::vector<std::string> &calls = scripted_lp::calls();
   EXPECT_THAT(
       std::vector<std::string>(calls.begin() + static_cast<std::ptrdiff_t>(before), calls.end()),
@@ -126,24 +107,17 @@ TEST_F(TheLpSolver, ReadsObjectiveValuesAndReducedCostsInThatOrder) {
 TEST_F(TheLpSolver, AddsColumnsInOneBatchAndReadsTheirValuesToo) {
   LpSolver solver(false, log_);
   solve(solver);
-  LpArrays columns;
-  columns.allocateObjective(1, 100, log_);
-  columns.allocateMatrix(1, 2, log_);
-  columns.allocateBounds(1, log_);
-  columns.indices[1] = 1;
-  columns.values[0] = columns.values[1] = 2;
+  LpColumns columns(LpColumns::kAdditional, log_);
+  columns.append(100, {30, 30, 20, 20}, kRowWidths);
   solver.addColumns(columns);
   EXPECT_THAT(scripted_lp::calls_of("addcols"),
               ElementsAre("CPXaddcols(env=env1, lp=lp1, columns=1, nonzeros=2, objective=[100], "
                           "matbeg=[0], matind=[0 1], matval=[2 2], lower=[0], upper=[1e+20], "
                           "names=null) -> 0"));
   solver.solve("Fine", "Week 2");
-  CheckedArray<double> xValues;
-  CheckedArray<double> reducedCosts;
-  double objective = 0;
-  solver.readSolution(xValues, reducedCosts, objective);
-  EXPECT_EQ(objective, 300);
-  EXPECT_THAT(contents(xValues), testing::SizeIs(3));
+  const LpSolution solution = solver.readSolution();
+  EXPECT_EQ(solution.objectiveValue, 300);
+  EXPECT_THAT(solution.xValues, testing::SizeIs(3));
 }
 
 TEST_F(TheLpSolver, FreesTheProblemAndClosesTheEnvironment) {
@@ -220,8 +194,7 @@ TEST_F(TheLpSolver, EndsTheRunWhenTheSolutionIsNotOptimal) {
 TEST_F(TheLpSolver, EndsTheRunWhenTheDualsCannotBeRead) {
   const auto readDuals = [this](LpSolver &solver) {
     solve(solver);
-    CheckedArray<double> duals;
-    solver.readDuals(duals);
+    solver.readDuals();
   };
   expectFatal("getpi:1=1217", readDuals, "Error: Could not get dual values from LP : 1217");
 }
@@ -229,34 +202,36 @@ TEST_F(TheLpSolver, EndsTheRunWhenTheDualsCannotBeRead) {
 TEST_F(TheLpSolver, EndsTheRunWithoutMemoryForTheDuals) {
   const auto readDuals = [this](LpSolver &solver) {
     solve(solver);
-    CheckedArray<double> duals;
-    const RefusedArray refused(1);
-    solver.readDuals(duals);
+    support::HeapProbe heap;
+    heap.failRequest(1);
+    solver.readDuals();
   };
   expectFatal("", readDuals, "Error: Could not allocate memory for dual values.");
 }
 
+// So many columns that the library asks for no block of their size.
 TEST_F(TheLpSolver, EndsTheRunWithoutMemoryForTheSolution) {
-  const auto readSolution = [this](LpSolver &solver, int n) {
-    solve(solver);
-    CheckedArray<double> xValues;
-    CheckedArray<double> reducedCosts;
-    double objective = 0;
-    const RefusedArray refused(n);
-    solver.readSolution(xValues, reducedCosts, objective);
+  constexpr int kColumns = 1000;
+  while (lp_.columns.count() < kColumns) {
+    lp_.columns.append(80, {20}, kRowWidths);
+  }
+  const auto readSolution = [this](int n) {
+    return [this, n](LpSolver &solver) {
+      solve(solver);
+      support::HeapProbe heap;
+      heap.failRequestOf(kColumns * sizeof(double), n);
+      solver.readSolution();
+    };
   };
-  expectFatal(
-      "", [&](LpSolver &solver) { readSolution(solver, 1); },
-      "Error: Could not allocate memory for x values.");
-  expectFatal(
-      "", [&](LpSolver &solver) { readSolution(solver, 2); },
-      "Error: Could not allocate memory for reduced costs.");
+  const char *script = "getobjval:1=0;getx:1=5;getdj:1=5";
+  expectFatal(script, readSolution(1), "Error: Could not allocate memory for x values.");
+  expectFatal(script, readSolution(2), "Error: Could not allocate memory for reduced costs.");
 }
 
 TEST_F(TheLpSolver, EndsTheRunWhenColumnsAreNotAdded) {
   const auto addColumns = [this](LpSolver &solver) {
     solve(solver);
-    solver.addColumns(lp_);
+    solver.addColumns(lp_.columns);
   };
   expectFatal("addcols:1=1", addColumns, "Error: Could not add columns to LP.");
 }
@@ -282,12 +257,9 @@ TEST_F(TheLpSolver, DoesNotLookAtFailedReadsOfASolutionWhoseArraysAreZeroThen) {
   scripted_lp::set_script("getobjval:1=5;getx:1=5;getdj:1=5");
   LpSolver solver(false, log_);
   solve(solver);
-  CheckedArray<double> xValues;
-  CheckedArray<double> reducedCosts;
-  double objective = -1;
-  solver.readSolution(xValues, reducedCosts, objective);
-  EXPECT_THAT(contents(xValues), ElementsAre(0, 0));
-  EXPECT_THAT(contents(reducedCosts), ElementsAre(0, 0));
+  const LpSolution solution = solver.readSolution();
+  EXPECT_THAT(solution.xValues, ElementsAre(0, 0));
+  EXPECT_THAT(solution.reducedCosts, ElementsAre(0, 0));
   EXPECT_EQ(log_.str(), "");
 }
 

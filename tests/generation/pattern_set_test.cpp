@@ -3,7 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
+#include <utility>
 #include <vector>
 
 #include "core/skip_list_cursor.h"
@@ -15,6 +17,7 @@ namespace {
 using support::addPattern;
 using support::dump;
 using support::makePattern;
+using support::widthsOf;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -103,11 +106,11 @@ TEST(PatternSet, HoldsItsPatternsInOrderAndRefusesAnEqualOne) {
             "30 30 30 trim 10\n");
 }
 
-int compareCosts(const QLinkedList<double> &a, const QLinkedList<double> &b, int period) {
+int compareCosts(PeriodValues<double> a, PeriodValues<double> b, int period) {
   Pattern patternA(0);
   Pattern patternB(0);
-  patternA.reducedCosts = a;
-  patternB.reducedCosts = b;
+  patternA.reducedCosts = std::move(a);
+  patternB.reducedCosts = std::move(b);
   const PatternCompRedCost order(period);
   const int result = order.compare(patternA, patternB);
   EXPECT_EQ(order.compare(patternB, patternA), -result);
@@ -121,11 +124,11 @@ TEST(PatternCompRedCost, OrdersTheMostNegativeFirst) {
 
 TEST(PatternCompRedCost, ComparesTheCostsOfItsPeriod) {
   for (int period = 0; period < 5; ++period) {
-    QLinkedList<double> lower;
+    PeriodValues<double> lower;
     for (int at = 0; at < 5; ++at) {
       lower.append(at == period ? -1 : 7);
     }
-    EXPECT_EQ(compareCosts(lower, {0, 0, 0, 0, 0}, period), -1) << period;
+    EXPECT_EQ(compareCosts(std::move(lower), {0, 0, 0, 0, 0}, period), -1) << period;
   }
 }
 
@@ -148,22 +151,82 @@ TEST(PatternCompRedCost, FallsBackToTheWidthsAndThenToTheTrim) {
   EXPECT_EQ(order.compare(*a, *b), -1);  // trim 58 and 59
 }
 
-TEST(PatternCompRedCost, IsHeldWithItsSetForEachPeriodInTurn) {
+TEST(ListsByReducedCost, AreMadeOnRequestOneAPeriod) {
   PatternCompPattern set("Fine", kDeckle);
-  Pattern *cheap = addPattern(set, {30, 30});
-  Pattern *dear = addPattern(set, {90});
-  cheap->reducedCosts = {-1, 5};
-  dear->reducedCosts = {0, 0};
-  for (int period = 0; period < 2; ++period) {
-    std::vector<PricedPattern> priced = {{0.0, 0, dear}, {period == 0 ? -1.0 : 5.0, 1, cheap}};
-    set.addRedCostSet(priced, true);
-  }
+  addPattern(set, {30, 30})->reducedCosts = {-1, 5};
+  addPattern(set, {90})->reducedCosts = {0, 0};
+  EXPECT_TRUE(set.redCostSets.isEmpty());
+  set.makeRedCostSets(2);
   ASSERT_EQ(set.redCostComps.size(), 2);
   EXPECT_EQ(set.redCostComps.first()->period, 0);
   EXPECT_EQ(set.redCostComps.last()->period, 1);
   ASSERT_EQ(set.redCostSets.size(), 2);
-  EXPECT_EQ(dump(*set.redCostSets.first()), "30 30 trim 40 cost [-1 5]\n90 trim 10 cost [0 0]\n");
-  EXPECT_EQ(dump(*set.redCostSets.last()), "90 trim 10 cost [0 0]\n30 30 trim 40 cost [-1 5]\n");
+  EXPECT_EQ(widthsOf(*set.redCostSets.first()), "30 30 | 90");
+  EXPECT_EQ(widthsOf(*set.redCostSets.last()), "90 | 30 30");
+}
+
+TEST(ListsByReducedCost, AreMadeAnewWhenAskedForAgain) {
+  PatternCompPattern set("Fine", kDeckle);
+  Pattern *pattern = addPattern(set, {90});
+  pattern->reducedCosts = {1, 2};
+  set.makeRedCostSets(2);
+  addPattern(set, {30})->reducedCosts = {0};
+  set.makeRedCostSets(1);
+  ASSERT_EQ(set.redCostSets.size(), 1);
+  EXPECT_EQ(set.redCostComps.size(), 1);
+  EXPECT_EQ(widthsOf(*set.redCostSets.first()), "30 | 90");
+}
+
+TEST(ListsByReducedCost, OfASetWithoutPatternsAreEmpty) {
+  PatternCompPattern set("Fine", kDeckle);
+  set.makeRedCostSets(3);
+  ASSERT_EQ(set.redCostSets.size(), 3);
+  EXPECT_EQ(set.redCostSets.first()->count(), 0);
+}
+
+// The list of a set whose single widths 10, 11, ... have these costs.
+std::string listOf(const std::vector<double> &costs) {
+  PatternCompPattern set("Fine", kDeckle);
+  for (std::size_t at = 0; at < costs.size(); ++at) {
+    addPattern(set, {10.0 + static_cast<double>(at)})->reducedCosts.append(costs[at]);
+  }
+  set.makeRedCostSets(1);
+  return widthsOf(*set.redCostSets.first());
+}
+
+TEST(ListsByReducedCost, OrderByCostAndEqualCostsByWidths) {
+  EXPECT_EQ(listOf({3, -2, 0, 5, -7, 1}), "14 | 11 | 12 | 15 | 10 | 13");
+  EXPECT_EQ(listOf({0, -0.0, 1e-9, -1e-9, 0}), "10 | 11 | 12 | 13 | 14");
+}
+
+// Costs that are further apart than the tolerance, but not from those between them: each meets the
+// others in the order of the set, and stays where it then belongs.
+TEST(ListsByReducedCost, PutChainsOfEqualCostsWhereInsertionPutsThem) {
+  EXPECT_EQ(listOf({0, 0.9e-8, 1.8e-8}), "10 | 11 | 12");
+  // 11 equals 10 and orders after it by its width; 12 orders before 10 by its cost.
+  EXPECT_EQ(listOf({1.8e-8, 0.9e-8, 0}), "12 | 10 | 11");
+}
+
+// What is no number compares equal to every cost, so the widths decide.
+TEST(ListsByReducedCost, OrderWhatIsNoNumberByWidths) {
+  constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
+  EXPECT_EQ(listOf({kNoNumber, kNoNumber, kNoNumber}), "10 | 11 | 12");
+  EXPECT_EQ(listOf({5, kNoNumber, 1e9}), "10 | 11 | 12");
+}
+
+// Deckle widths beyond a million inches: the trims of equal widths may round further apart than the
+// tolerance, and then these are two patterns in the set and in every list.
+TEST(ListsByReducedCost, HoldPatternsOfEqualWidthsThatTheirTrimTellsApart) {
+  constexpr double kHugeDeckle = 1e9;
+  PatternCompPattern set("Fine", kHugeDeckle);
+  for (const double trim : {kHugeDeckle - 30, std::nextafter(kHugeDeckle - 30, 0.0)}) {
+    auto pattern = makePattern(kHugeDeckle, {30});
+    pattern->trim = trim;
+    pattern->reducedCosts = {1};
+    ASSERT_EQ(set.patterns->insert(pattern.release()), skipList<Pattern>::kStored);
+  }
+  set.makeRedCostSets(1);
+  EXPECT_EQ(set.redCostSets.first()->count(), 2);
 }
 
 TEST(PatternSets, StandInOrderOfCreationAndByGrade) {
@@ -212,77 +275,6 @@ TEST(Pruning, MakesANewSetOfTheSameOrder) {
   EXPECT_EQ(addPattern(set, {45, 45}), nullptr);
 }
 
-constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
-
-// The tested list against one that every pattern was inserted into, in the order of its set.
-void expectListOfInsertions(PatternCompPattern &set, const std::vector<double> &costs,
-                            bool isTotallyOrdered) {
-  std::vector<PricedPattern> priced;
-  PatternCompRedCost order(0);
-  skipList<Pattern> expected(&order, false, 3);
-  forEachElement(*set.patterns, [&](Pattern &pattern) {
-    const double cost = costs[priced.size()];
-    pattern.reducedCosts.append(cost);
-    priced.push_back({cost, static_cast<qint32>(priced.size()), &pattern});
-    expected.insert(&pattern);
-  });
-  set.addRedCostSet(priced, isTotallyOrdered);
-  EXPECT_EQ(dump(*set.redCostSets.first()), dump(expected));
-}
-
-TEST(PatternCompRedCost, ListEqualsInsertionOneByOne) {
-  const std::vector<std::vector<double>> runs = {
-      {},
-      {0.5},
-      {3, -2, 0, 5, -7, 1, 4, 2},
-      {0, 0, 0, 0, -0.0, 0},
-      {1e-9, -1e-9, 0, 4e-9, -4e-9, 12, -12, 2e-9},
-      {0, 0.9e-8, 1.8e-8, 2.7e-8, 3.6e-8, -1, 0.5e-8},
-      {3.6e-8, 2.7e-8, 1.8e-8, 0.9e-8, 0, 1, 1, -1},
-      {kNoNumber, kNoNumber, kNoNumber},
-  };
-  for (const std::vector<double> &costs : runs) {
-    for (const bool isTotallyOrdered : {false, true}) {
-      PatternCompPattern set("Fine", kDeckle);
-      for (std::size_t i = 0; i < costs.size(); ++i) {
-        addPattern(set, {10.0 + static_cast<double>(i)});
-      }
-      expectListOfInsertions(set, costs, isTotallyOrdered);
-    }
-  }
-}
-
-// The second pattern stands before the third by its first width, the first before the second by
-// its second width, and the third before the first: what the list holds depends on who meets.
-TEST(PatternCompRedCost, ListEqualsInsertionOneByOneWhereTheToleranceMakesACircle) {
-  const double narrow = 10;
-  const double between = 10 + 0.8e-8;
-  const double wide = 10 + 1.6e-8;
-  ASSERT_FALSE(ordersTotally({wide, between, narrow, 7, 6, 5}, kDeckle));
-  PatternCompPattern set("Fine", kDeckle);
-  Pattern *second = addPattern(set, {narrow, 7});
-  Pattern *third = addPattern(set, {wide, 5});
-  Pattern *first = addPattern(set, {between, 6});
-  std::vector<Pattern *> order;
-  forEachElement(*set.patterns, [&](Pattern &pattern) { order.push_back(&pattern); });
-  ASSERT_THAT(order, testing::ElementsAre(first, second, third));
-  expectListOfInsertions(set, {0, 5, 0}, false);
-}
-
-TEST(PatternOrder, IsTotalForWidthsFurtherApartThanTheTolerance) {
-  EXPECT_TRUE(ordersTotally({30, 20, 10}, kDeckle));
-  EXPECT_TRUE(ordersTotally({10}, kDeckle));
-  EXPECT_TRUE(ordersTotally({}, kDeckle));
-  EXPECT_TRUE(ordersTotally({10 + 2e-8, 10}, kDeckle));
-  EXPECT_FALSE(ordersTotally({10 + 0.5e-8, 10}, kDeckle));
-  EXPECT_FALSE(ordersTotally({30, 10 + 0.5e-8, 10}, kDeckle));
-}
-
-TEST(PatternOrder, IsNotTotalWhereTrimsRoundBeyondTheTolerance) {
-  EXPECT_TRUE(ordersTotally({30, 20}, 1e6));
-  EXPECT_FALSE(ordersTotally({30, 20}, 1.1e6));
-}
-
 TEST(Pruning, CoversEverySetAndEmptyOnesToo) {
   PatternSets sets;
   PatternCompPattern &fine = sets.add("Fine", kDeckle);
@@ -297,9 +289,8 @@ TEST(Pruning, CoversEverySetAndEmptyOnesToo) {
 TEST(Pruning, DropsTheListsByReducedCost) {
   PatternSets sets;
   PatternCompPattern &set = sets.add("Fine", kDeckle);
-  addPattern(set, {90});
-  std::vector<PricedPattern> none;
-  set.addRedCostSet(none, true);
+  addPattern(set, {90})->reducedCosts = {0, 0};
+  set.makeRedCostSets(2);
   prunePatterns(sets);
   EXPECT_TRUE(set.redCostSets.isEmpty());
   EXPECT_TRUE(set.redCostComps.isEmpty());

@@ -19,7 +19,7 @@ constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 PriceList priceList(const std::vector<double> &widths, const std::vector<double> &duals) {
   PriceList prices;
-  prices.rebuild(widths, duals.data());
+  prices.rebuild(widths, duals);
   return prices;
 }
 
@@ -68,9 +68,9 @@ TEST(PriceList, LeavesEqualRatiosWhereTheExchangeSortLeavesThem) {
 TEST(PriceList, IsEmptiedBeforeItIsBuiltAnew) {
   PriceList prices = priceList({60, 40, 20}, {30, 40, 15});
   const std::vector<double> duals{1};
-  prices.rebuild({10}, duals.data());
+  prices.rebuild({10}, duals);
   EXPECT_THAT(widthsOf(prices), ElementsAre(10));
-  prices.clear();
+  prices.rebuild({}, {});
   EXPECT_THAT(widthsOf(prices), IsEmpty());
   EXPECT_EQ(prices.bestFitting(100), PriceList::kNone);
 }

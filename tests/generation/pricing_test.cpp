@@ -21,7 +21,7 @@ constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 PriceList priceList(const std::vector<double> &widths, const std::vector<double> &duals) {
   PriceList prices;
-  prices.rebuild(widths, duals.data());
+  prices.rebuild(widths, duals);
   return prices;
 }
 
@@ -220,7 +220,7 @@ class PricingBesideTheLiteralOne : public testing::Test {
       widths.push_back(width());
       duals.push_back(dual());
     }
-    prices_.rebuild(widths, duals.data());
+    prices_.rebuild(widths, duals);
     literalPrices_ = support::literalPriceList(widths, duals);
     setPickRange(count, static_cast<double>(1 + random_() % 100), generator_);
     literal_.high = generator_.high();

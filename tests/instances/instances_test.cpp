@@ -84,7 +84,7 @@ void expectCuttable(const Pattern &pattern, double deckle, int maximumWidths) {
 
 void addPattern(const Pattern &pattern, double deckle, Plan &plan) {
   ASSERT_EQ(pattern.xValues.size(), 1);
-  const double runs = pattern.xValues.first();
+  const double runs = pattern.xValues.at(0);
   EXPECT_GE(runs, 0.0);
   plan.paper += runs * deckle;
   for (const double width : pattern.widths) {
@@ -95,7 +95,7 @@ void addPattern(const Pattern &pattern, double deckle, Plan &plan) {
 // Every pattern with an activity enters the model, so those that do hold the whole objective.
 Plan planOf(const PatternSets &sets, int maximumWidths) {
   Plan plan;
-  for (const PatternCompPattern *set : sets.deckleWidths) {
+  for (const PatternCompPattern *set : sets.all) {
     forEachElement(*set->patterns, [&](const Pattern &pattern) {
       expectCuttable(pattern, set->deckleWidth, maximumWidths);
       addPattern(pattern, set->deckleWidth, plan);

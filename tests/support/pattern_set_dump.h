@@ -30,9 +30,18 @@ inline Pattern *addPattern(PatternCompPattern &set, const std::vector<double> &w
 }
 
 template <typename Number>
-std::string numbersText(const QLinkedList<Number> &numbers) {
+std::vector<Number> valuesOf(const PeriodValues<Number> &values) {
+  std::vector<Number> all;
+  for (qint32 period = 0; period < values.size(); ++period) {
+    all.push_back(values.at(period));
+  }
+  return all;
+}
+
+template <typename Numbers>
+std::string numbersText(const Numbers &numbers) {
   std::string text;
-  for (const Number number : numbers) {
+  for (const auto number : numbers) {
     text += text.empty() ? "" : " ";
     text += general(static_cast<double>(number));
   }
@@ -46,15 +55,24 @@ inline std::string dump(const Pattern &pattern) {
   const auto add = [&text](const char *name, const std::string &numbers) {
     text += numbers.empty() ? "" : name + ("[" + numbers + "]");
   };
-  add(" x ", numbersText(pattern.xValues));
-  add(" cost ", numbersText(pattern.reducedCosts));
-  add(" in ", numbersText(pattern.inModel));
+  add(" x ", numbersText(valuesOf(pattern.xValues)));
+  add(" cost ", numbersText(valuesOf(pattern.reducedCosts)));
+  add(" in ", numbersText(valuesOf(pattern.inModel)));
   return text;
 }
 
 inline std::string dump(const skipList<Pattern> &patterns) {
   std::string text;
   forEachElement(patterns, [&](const Pattern &pattern) { text += dump(pattern) + "\n"; });
+  return text;
+}
+
+// The widths of one pattern after the other: "45 45 | 30".
+inline std::string widthsOf(const skipList<Pattern> &patterns) {
+  std::string text;
+  forEachElement(patterns, [&](const Pattern &pattern) {
+    text += (text.empty() ? "" : " | ") + numbersText(pattern.widths);
+  });
   return text;
 }
 
@@ -65,7 +83,7 @@ inline std::string dump(const PatternCompPattern &set) {
 
 inline std::string dump(const PatternSets &sets) {
   std::string text;
-  for (const PatternCompPattern *set : sets.deckleWidths) {
+  for (const PatternCompPattern *set : sets.all) {
     text += dump(*set);
   }
   return text;

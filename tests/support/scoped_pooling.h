@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/pooled_allocation.h"
+#include "core/zem_mem_mgr.h"
 
 namespace corvane::support {
 

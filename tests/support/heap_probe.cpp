@@ -1,4 +1,4 @@
-#include "core/heap_probe.h"
+#include "support/heap_probe.h"
 
 #include <algorithm>
 #include <array>
@@ -27,13 +27,15 @@ constexpr std::size_t kMost = 1U << 16U;
 // Plain arrays: recording must not ask for memory.
 bool watching = false;
 int requestsUntilFailure = 0;
+std::size_t failingBytes = 0;  // 0: requests of any size count
 std::array<std::size_t, kMost> requested;
 std::array<const void *, kMost> released;
 std::size_t requestCount = 0;
 std::size_t releaseCount = 0;
 
 void noteRequest(std::size_t bytes) {
-  if (requestsUntilFailure > 0 && --requestsUntilFailure == 0) {
+  const bool counts = failingBytes == 0 || failingBytes == bytes;
+  if (counts && requestsUntilFailure > 0 && --requestsUntilFailure == 0) {
     throw std::bad_alloc();
   }
   if (requestCount < kMost) {
@@ -117,6 +119,11 @@ bool HeapProbe::wasReleased(const void *block) const {
 }
 
 void HeapProbe::failRequest(int n) {
+  failRequestOf(0, n);
+}
+
+void HeapProbe::failRequestOf(std::size_t bytes, int n) {
+  failingBytes = bytes;
   requestsUntilFailure = n;
 }
 

@@ -1,4 +1,4 @@
-#include "core/basic_comparators.h"
+#include "core/comparison.h"
 
 #include <gtest/gtest.h>
 

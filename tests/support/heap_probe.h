@@ -23,6 +23,8 @@ class HeapProbe {
 
   // Lets the n-th request from here on (from 1) throw std::bad_alloc.
   void failRequest(int n);
+  // Likewise the n-th one for so many bytes.
+  void failRequestOf(std::size_t bytes, int n);
 };
 
 }  // namespace corvane::support

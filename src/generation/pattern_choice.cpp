@@ -1,46 +1,37 @@
-#include "generation/pattern_report.h"
+#include "generation/pattern_choice.h"
 
 #include <algorithm>
 #include <functional>
-#include <iostream>
-#include <vector>
 
-#include "core/messages.h"
-#include "core/numbers.h"
 #include "core/skip_list_cursor.h"
 
 namespace corvane {
 
 namespace {
 
-// The report of one pattern set. Patterns and widths are numbered: patterns in the order of the
-// set, widths in the order of the demand-width list.
-class SetReport {
+// The choice among the patterns of one set. Patterns and widths are numbered: patterns in the order
+// of the set, widths in the order of the demand widths.
+class PatternChoice {
  public:
-  SetReport(const PatternCompPattern &set, const std::vector<double> &demandWidths, qint32 occurMin,
-            std::ostream &log)
-      : set_(set),
-        demandWidths_(demandWidths),
-        occurMin_(occurMin),
-        log_(log),
-        holders_(demandWidths.size()) {
+  PatternChoice(const PatternCompPattern &set, const std::vector<double> &demandWidths,
+                qint32 occurMin)
+      : demandWidths_(demandWidths), occurMin_(occurMin), holders_(demandWidths.size()) {
     forEachElement(*set.patterns, [this](Pattern &pattern) { addPattern(pattern); });
   }
 
-  void run(int periodCount) {
-    for (int period = 0; period < periodCount; ++period) {
+  std::vector<RareWidth> run(qint32 periodCount) {
+    for (qint32 period = 0; period < periodCount; ++period) {
       counters_.assign(demandWidths_.size(), 0);
-      countSelected();
-      topUp();
-      print();
-      nextPeriod();
+      takeActive(period);
+      topUp(period);
+      noteRareWidths();
     }
+    return rareWidths_;
   }
 
  private:
   struct PatternView {
-    QLinkedList<double>::const_iterator x;
-    QLinkedList<qint32>::iterator inModel;
+    Pattern *pattern;
     // Its part of countedWidths_: the widths whose counters it raises.
     std::size_t countedBegin;
     std::size_t countedEnd;
@@ -67,8 +58,7 @@ class SetReport {
       }
       previous = width;
     }
-    patterns_.push_back(
-        {pattern.xValues.cbegin(), pattern.inModel.begin(), begin, countedWidths_.size()});
+    patterns_.push_back({&pattern, begin, countedWidths_.size()});
   }
 
   void addWidth(std::size_t pattern, std::size_t position, bool counts) {
@@ -81,75 +71,58 @@ class SetReport {
     }
   }
 
-  void take(PatternView &pattern) {
-    *pattern.inModel = 1;
-    for (std::size_t at = pattern.countedBegin; at < pattern.countedEnd; ++at) {
+  void take(const PatternView &view, qint32 period) {
+    view.pattern->inModel.set(period, 1);
+    for (std::size_t at = view.countedBegin; at < view.countedEnd; ++at) {
       ++counters_[countedWidths_[at]];
     }
   }
 
-  void countSelected() {
-    for (PatternView &pattern : patterns_) {
-      if (*pattern.x > 0.0) {
-        take(pattern);
+  void takeActive(qint32 period) {
+    for (const PatternView &view : patterns_) {
+      if (view.pattern->xValues.at(period) > 0.0) {
+        take(view, period);
       }
     }
   }
 
-  void topUp() {
+  void topUp(qint32 period) {
     for (std::size_t position = 0; position < demandWidths_.size(); ++position) {
       for (const std::size_t number : holders_[position]) {
         if (counters_[position] >= occurMin_) {
           break;
         }
-        if (*patterns_[number].inModel == 0) {
-          take(patterns_[number]);
+        if (patterns_[number].pattern->inModel.at(period) == 0) {
+          take(patterns_[number], period);
         }
       }
     }
   }
 
-  void print() const {
+  void noteRareWidths() {
     for (std::size_t position = 0; position < demandWidths_.size(); ++position) {
       if (counters_[position] < occurMin_) {
-        tell(std::cout, log_,
-             "Deckle Width: " + fixed(set_.deckleWidth, 3) +
-                 ", Demand Width: " + fixed(demandWidths_[position], 3) + " is in " +
-                 std::to_string(counters_[position]) + " patterns.");
+        rareWidths_.push_back({demandWidths_[position], counters_[position]});
       }
     }
   }
 
-  void nextPeriod() {
-    for (PatternView &pattern : patterns_) {
-      ++pattern.x;
-      ++pattern.inModel;
-    }
-  }
-
-  const PatternCompPattern &set_;
   const std::vector<double> &demandWidths_;
   qint32 occurMin_;
-  std::ostream &log_;
   std::vector<PatternView> patterns_;
   std::vector<std::size_t> countedWidths_;
   // For each width the patterns that hold it, in the order of the set.
   std::vector<std::vector<std::size_t>> holders_;
   std::vector<qint32> counters_;
+  std::vector<RareWidth> rareWidths_;
 };
 
 }  // namespace
 
-void reportPatterns(const QLinkedList<QString> &grades, int periodCount, const DemandTable &demand,
-                    PatternSets &sets, qint32 occurMin, std::ostream &log) {
-  for (const QString &grade : grades) {
-    const GradeDemand *gradeDemand = demand.find(grade);
-    const std::vector<double> widths =
-        gradeDemand != nullptr ? distinctWidths(*gradeDemand) : std::vector<double>();
-    for (const PatternCompPattern *set : sets.ofGrade(grade)) {
-      SetReport(*set, widths, occurMin, log).run(periodCount);
-    }
-  }
+std::vector<RareWidth> choosePatterns(const PatternCompPattern &set,
+                                      const std::vector<double> &demandWidths, qint32 periodCount,
+                                      qint32 occurMin) {
+  return PatternChoice(set, demandWidths, occurMin).run(periodCount);
 }
 
 }  // namespace corvane
