@@ -1,68 +1,29 @@
 #pragma once
 
-// The lines of an import file, each matched against the template of its family.
+// The lines of an import file as the checker looks at them: taken apart by the reader of network/,
+// then held to what the program writes, to the digit.
 //
-// A template is the line as the program writes it, with a placeholder where a value of the run
-// stands: {name:label} a quoted name, {int:label} a decimal integer, {num:label} a number in
-// general notation with 6 significant digits. Everything else must match to the character, so
-// attributes that are unknown, missing or in another order do not match.
+// The reader takes any number where one has a meaning; here integers must be plain, numbers stand
+// as general notation with 6 significant digits writes them, and what the program always writes
+// alike (no stock, an undercost of 50000, machines without a cost) must stand so.
 
 #include <map>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "network/import_line.h"
+
 namespace corvane::import_checker {
 
-enum class Family {
-  kRoot,
-  kBatchRoot,
-  kDeckleCommodity,
-  kWidthCommodity,
-  kWasteCommodity,
-  kTimeCommodity,
-  kPeriod,
-  kMachineFirst,
-  kMachineLater,
-  kTimeOut,
-  kTimeIn,
-  kProcess,
-  kDeckleCapacity,
-  kTimeArc,
-  kBatch,
-  kDeckleIn,
-  kDeckleOut,
-  kPatternDeckle,
-  kPatternYield,
-  kPatternWaste,
-  kDeckleArc,
-  kStoreFirst,
-  kStoreLater,
-  kWidthIn,
-  kWidthOut,
-  kNodeToSet,
-  kBlockSet,
-  kCutterBlock,
-  kWasteDemand,
-  kWasteIn,
-  kYieldArc,
-  kWasteArc,
-  kOrderFirst,
-  kOrderLater,
-  kOrderUndercost,
-  kOrderBlock,
-  kDelayFirst,
-  kDelayLater,
-  kFreightArc,
-  kTrailer
-};
+using network::Family;
 
 // One line: its family and the text of each placeholder, by label; names without their quotes.
 struct Command {
   Family family{};
   std::map<std::string, std::string, std::less<>> fields;
 
-  // The field's text. REQUIRES: the family's template holds the label.
+  // The field's text. REQUIRES: a line of the family has the label.
   const std::string &operator[](std::string_view label) const { return fields.find(label)->second; }
 };
 
