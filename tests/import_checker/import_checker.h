@@ -16,8 +16,8 @@
 // than its deckle (its waste is then 0), delay nodes and their lines repeated for each cutter, and
 // an order node without freight arcs.
 //
-// Of the programs only the reader of import files is used here, and none of what writes them, so that
-// a fault in the writing cannot hide itself.
+// Of the programs only the reader of import files is used here, and none of what writes them, so
+// that a fault in the writing cannot hide itself.
 
 #include <cstddef>
 #include <optional>
