@@ -4,8 +4,7 @@
 #include <string_view>
 
 #include "checks/finding_sink.h"
-#include "core/bytes_map.h"
-#include "core/text_table.h"
+#include "planning/text_table.h"
 
 namespace corvane::checks {
 
@@ -25,8 +24,9 @@ class FieldTexts {
 
   // A NUL follows the field.
   FieldFacts of(std::string_view field) {
-    const FieldFacts *known = facts_.find(field);
-    return known != nullptr ? *known : facts_.add(field, lookAt(field));
+    const auto known = facts_.find(field);
+    return known != facts_.end() ? known->second
+                                 : facts_.emplace(field, lookAt(field)).first->second;
   }
 
  private:
@@ -34,7 +34,7 @@ class FieldTexts {
 
   FieldKind kind_;
   TextTable &texts_;
-  BytesMap<FieldFacts> facts_;
+  ByBytes<FieldFacts> facts_;
 };
 
 // What is wrong with a field: the worst, if anything.

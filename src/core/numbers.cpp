@@ -5,7 +5,6 @@
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
-#include <cstring>
 #include <limits>
 
 namespace corvane {
@@ -24,10 +23,6 @@ void appendNumber(std::string &text, Format... format) {
   text.append(buffer.data(), result.ptr);
 }
 
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-
 }  // namespace
 
 qint32 parameterInteger(const QString &text) {
@@ -41,27 +36,10 @@ double parameterFloat(const QString &text) {
 }
 
 double leadingNumber(const char *text) {
-  // What begins with a digit reads alike both ways, up to hexadecimal and to what does not fit.
-  const char *end = text + std::strspn(text, "0123456789.");
-  double value = 0;
-  const bool isPlain = isDigit(*text) && *end == '\0';
-  if (isPlain && std::from_chars(text, end, value).ec == std::errc()) {
-    return value;
-  }
   return std::strtod(text, nullptr);
 }
 
 qint32 leadingInteger(const char *text) {
-  // A few digits, as nearly all are, need no look at what fits.
-  constexpr int kSureDigits = 9;
-  qint32 plain = 0;
-  int digits = 0;
-  for (; digits < kSureDigits && isDigit(text[digits]); ++digits) {
-    plain = 10 * plain + (text[digits] - '0');
-  }
-  if (digits > 0 && !isDigit(text[digits])) {
-    return plain;
-  }
   const long long value = std::strtoll(text, nullptr, 10);
   constexpr long long kLowest = std::numeric_limits<qint32>::min();
   return static_cast<qint32>(std::clamp<long long>(value, kLowest, kLargest));

@@ -31,12 +31,6 @@ std::string quote(std::string_view name) {
   return '"' + std::string(name) + '"';
 }
 
-// The index of the bytes in the map; kNone when unknown.
-Index found(BytesMap<Index> &map, std::string_view bytes) {
-  const Index *index = map.find(bytes);
-  return index == nullptr ? kNone : *index;
-}
-
 }  // namespace
 
 void NetworkBuilder::refuse(const std::string &text) const {
@@ -92,7 +86,7 @@ void NetworkBuilder::takeHeader(const ImportLine &line) {
     network_.batch = line.family == Family::kBatchRoot;
     stage_ = Stage::kCommodities;
   } else if (line.family == Family::kPeriod) {
-    if (stage_ == Stage::kCommands || found(periods_, line.name) != kNone) {
+    if (stage_ == Stage::kCommands || periods_.find(line.name) != kNone) {
       refuse("the period " + quote(line.name) + " stands out of place or twice");
     }
     stage_ = Stage::kPeriods;
@@ -110,7 +104,7 @@ void NetworkBuilder::takeHeader(const ImportLine &line) {
 }
 
 void NetworkBuilder::declareCommodity(const ImportLine &line) {
-  if (const Index known = found(commodities_, line.name); known != kNone) {
+  if (const Index known = commodities_.find(line.name); known != kNone) {
     warn("commodity-twice", "the commodity " + quote(line.name) + " was declared in line " +
                                 std::to_string(network_.commodities[known].line) +
                                 " already: two widths are alike in six digits and count as one");
@@ -158,35 +152,32 @@ void NetworkBuilder::takeCommand(const ImportLine &line) {
 }
 
 void NetworkBuilder::takeNode(const ImportLine &line) {
-  bool again = false;
   switch (line.family) {
     case Family::kMachineFirst:
     case Family::kMachineLater:
-      return setMachine(declareNode(NodeType::kMachine, line.name, again), line);
+      return setMachine(declareNode(NodeType::kMachine, line.name), line);
     case Family::kProcess:
       periodOf(line.period);
-      return declareProcess(declareNode(NodeType::kProcess, line.name, again), again);
+      return declareProcess(line.name);
     case Family::kBatch:
     case Family::kWasteDemand:
       periodOf(line.period);
-      declareNode(line.family == Family::kBatch ? NodeType::kBatch : NodeType::kDemand, line.name,
-                  again);
+      declareNode(line.family == Family::kBatch ? NodeType::kBatch : NodeType::kDemand, line.name);
       return;
     case Family::kDelayFirst:
     case Family::kDelayLater: {
-      const Index node = declareNode(NodeType::kDelay, line.name, again);
+      const Index node = declareNode(NodeType::kDelay, line.name);
       return set(network_.nodes[node].delay, periodOf(line.period),
                  notNegative(line.value, "the delay"), node, "delay");
     }
     default:
-      return setStorage(declareNode(NodeType::kStorage, line.name, again), line);
+      return setStorage(declareNode(NodeType::kStorage, line.name), line);
   }
 }
 
-Index NetworkBuilder::declareNode(NodeType type, std::string_view name, bool &again) {
-  const Index known = found(nodes_, name);
-  again = known != kNone;
-  if (again) {
+Index NetworkBuilder::declareNode(NodeType type, std::string_view name) {
+  const Index known = nodes_.find(name);
+  if (known != kNone) {
     const Node &node = network_.nodes[known];
     if (node.type != type) {
       refuse("the node " + quote(name) + " is a " + typeName(type) + " here and was a " +
@@ -205,8 +196,10 @@ Index NetworkBuilder::declareNode(NodeType type, std::string_view name, bool &ag
 }
 
 // A process that is declared again starts its recipe anew.
-void NetworkBuilder::declareProcess(Index node, bool again) {
-  if (again) {
+void NetworkBuilder::declareProcess(std::string_view name) {
+  const std::size_t known = network_.nodes.size();
+  const Index node = declareNode(NodeType::kProcess, name);
+  if (node < known) {
     earlierRecipes_.push_back(
         {node, recipeLine_[node], std::exchange(network_.nodes[node].attachments, {})});
     recipeLine_[node] = line_;
@@ -259,7 +252,7 @@ void NetworkBuilder::setStorage(Index index, const ImportLine &line) {
 void NetworkBuilder::takeGrouping(const ImportLine &line) {
   switch (line.family) {
     case Family::kNodeToSet: {
-      Index set = found(sets_, line.name);
+      Index set = sets_.find(line.name);
       if (set == kNone) {
         set = static_cast<Index>(network_.setNames.size());
         sets_.add(line.name, set);
@@ -269,7 +262,7 @@ void NetworkBuilder::takeGrouping(const ImportLine &line) {
       return;
     }
     case Family::kBlockSet:
-      if (found(sets_, line.name) == kNone) {
+      if (sets_.find(line.name) == kNone) {
         refuse("the set " + quote(line.name) + " holds no node");
       }
       return;
@@ -277,14 +270,14 @@ void NetworkBuilder::takeGrouping(const ImportLine &line) {
       if (!line.period.empty() || line.family == Family::kCutterBlock) {
         periodOf(line.period);
       }
-      if (found(sets_, line.name) == kNone) {
+      if (sets_.find(line.name) == kNone) {
         refuse("the block " + quote(line.name) + " has no set");
       }
   }
 }
 
 Index NetworkBuilder::nodeOf(std::string_view name) {
-  const Index node = found(nodes_, name);
+  const Index node = nodes_.find(name);
   if (node == kNone) {
     refuse("the node " + quote(name) + " is not declared");
   }
@@ -295,7 +288,7 @@ Index NetworkBuilder::commodityOf(std::string_view name) {
   if (lastCommodity_ != kNone && network_.commodities[lastCommodity_].name == name) {
     return lastCommodity_;
   }
-  lastCommodity_ = found(commodities_, name);
+  lastCommodity_ = commodities_.find(name);
   if (lastCommodity_ == kNone) {
     refuse("the commodity " + quote(name) + " is not declared");
   }
@@ -311,7 +304,7 @@ Index NetworkBuilder::periodOf(std::string_view name) {
     lastPeriod_ = static_cast<Index>(next);
     return lastPeriod_;
   }
-  const Index period = found(periods_, name);
+  const Index period = periods_.find(name);
   if (period == kNone) {
     refuse("the period " + quote(name) + " is not declared");
   }

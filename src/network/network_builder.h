@@ -6,8 +6,8 @@
 #include <unordered_map>
 #include <vector>
 
-#include "core/bytes_map.h"
 #include "network/import_line.h"
+#include "network/name_table.h"
 #include "network/network.h"
 #include "network/replaced_values.h"
 
@@ -59,8 +59,8 @@ class NetworkBuilder {
   void takeAttachment(const ImportLine &line);
   void takeArc(const ImportLine &line);
 
-  Index declareNode(NodeType type, std::string_view name, bool &again);
-  void declareProcess(Index node, bool again);
+  Index declareNode(NodeType type, std::string_view name);
+  void declareProcess(std::string_view name);
   void declareCommodity(const ImportLine &line);
   void setMachine(Index node, const ImportLine &line);
   void setStorage(Index node, const ImportLine &line);
@@ -81,10 +81,10 @@ class NetworkBuilder {
   Network network_;
   Stage stage_ = Stage::kStart;
   Index line_ = 0;
-  BytesMap<Index> nodes_;
-  BytesMap<Index> commodities_;
-  BytesMap<Index> periods_;
-  BytesMap<Index> sets_;
+  NameTable nodes_;
+  NameTable commodities_;
+  NameTable periods_;
+  NameTable sets_;
   std::unordered_map<ArcKey, Index, ArcKeyHash> arcs_;
   std::vector<Index> recipeLine_;  // by node: where its last declaration stands
   std::vector<EarlierRecipe> earlierRecipes_;

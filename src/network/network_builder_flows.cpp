@@ -45,7 +45,7 @@ void NetworkBuilder::takeAttachment(const ImportLine &line) {
 }
 
 void NetworkBuilder::attachYield(Index node, const ImportLine &line) {
-  if (isEmptyYield(line) && commodities_.find(line.commodity) == nullptr) {
+  if (isEmptyYield(line) && commodities_.find(line.commodity) == kNone) {
     warn("no-widths", "the pattern " + quote(line.name) + " cuts no roll");
     return;
   }
@@ -118,6 +118,7 @@ Index NetworkBuilder::findOrAddArc(const Arc &arc) {
   for (const bool leaving : {true, false}) {
     const Node &node = network_.nodes[leaving ? arc.from : arc.to];
     if (leaving ? !node.gives(arc.commodity) : !node.takes(arc.commodity)) {
+      compareRecipes();  // says it better where the node was declared twice
       refuse("the node " + quote(node.name) + (leaving ? " gives no " : " takes no ") +
              quote(network_.commodities[arc.commodity].name));
     }

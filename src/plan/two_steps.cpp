@@ -9,7 +9,6 @@ namespace {
 
 // What a solver's tolerances leave of 0.
 constexpr double kNothing = 1e-7;
-constexpr double kSlack = 1e-9;
 
 }  // namespace
 
@@ -49,8 +48,7 @@ LinearSolution TwoSteps::secondStep() {
     for (const int column : lp_.unmetColumns()) {
       weights.push_back(lp_.unmetWeight(problem_, column));
     }
-    unmetRow_ = solver_.addRow(-kInfinite, leastUnmet_ * (1.0 + kSlack) + kSlack,
-                               lp_.unmetColumns(), weights);
+    unmetRow_ = solver_.addRow(-kInfinite, leastUnmet_, lp_.unmetColumns(), weights);
   }
   return solver_.solve(Method::kPrimal);
 }

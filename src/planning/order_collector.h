@@ -6,7 +6,6 @@
 #include <unordered_map>
 #include <vector>
 
-#include "core/text_table.h"
 #include "planning/demand_matcher.h"
 #include "planning/order_texts.h"
 #include "planning/planning_data.h"

@@ -22,7 +22,7 @@ namespace corvane {
 void readOrderFile(PlanningData &data, const QString &fileName, std::ifstream &file,
                    std::ostream &log);
 
-// A line of the file. The pointers are set in a good one, and valid until the next line is read.
+// A line of the file. The pointers are set in a good one, and valid as long as the texts.
 struct OrderLine {
   bool good = true;
   OrderTexts::Place *place = nullptr;

@@ -10,18 +10,20 @@ OrderTexts::Place &OrderTexts::place(std::string_view period, std::string_view g
   // One look-up for both: all that stands between them are delimiters.
   const std::string_view both(
       period.data(), static_cast<std::size_t>(grade.data() + grade.size() - period.data()));
-  if (Place *known = places_.find(both)) {
-    return *known;
+  if (const auto known = places_.find(both); known != places_.end()) {
+    return known->second;
   }
   const TextTable::Id gradeText = texts_.idOf(grade);
   const double widest =
       widestCutter_.value(texts_.text(gradeText), std::numeric_limits<double>::quiet_NaN());
-  return places_.add(both, {texts_.idOf(period), gradeText, widest});
+  return places_.emplace(both, Place{texts_.idOf(period), gradeText, widest}).first->second;
 }
 
 OrderTexts::Width &OrderTexts::width(std::string_view field) {
-  Width *known = widths_.find(field);
-  return known != nullptr ? *known : widths_.add(field, {leadingNumber(field.data())});
+  const auto known = widths_.find(field);
+  return known != widths_.end()
+             ? known->second
+             : widths_.emplace(field, Width{leadingNumber(field.data())}).first->second;
 }
 
 }  // namespace corvane

@@ -4,8 +4,7 @@
 #include <QString>
 #include <string_view>
 
-#include "core/bytes_map.h"
-#include "core/text_table.h"
+#include "planning/text_table.h"
 
 namespace corvane {
 
@@ -29,9 +28,9 @@ class OrderTexts {
   // The widest cutter of each grade must outlive this.
   explicit OrderTexts(const QHash<QString, double> &widestCutter) : widestCutter_(widestCutter) {}
 
-  // Of two fields of one line, the period before the grade. Valid until the next call.
+  // Of two fields of one line, the period before the grade. Valid as long as this, as the other is.
   Place &place(std::string_view period, std::string_view grade);
-  // Of a field, which a NUL follows. Valid until the next call.
+  // Of a field, which a NUL follows.
   Width &width(std::string_view field);
   TextTable::Id customer(std::string_view field) { return texts_.idOf(field); }
 
@@ -41,8 +40,8 @@ class OrderTexts {
  private:
   const QHash<QString, double> &widestCutter_;
   TextTable texts_;
-  BytesMap<Place> places_;
-  BytesMap<Width> widths_;
+  ByBytes<Place> places_;
+  ByBytes<Width> widths_;
 };
 
 }  // namespace corvane

@@ -2,12 +2,23 @@
 
 #include <QHash>
 #include <QString>
+#include <functional>
+#include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
-#include "core/bytes_map.h"
-
 namespace corvane {
+
+// A value for each of many byte strings. Look-ups take bytes that no string holds.
+struct BytesHash {
+  using is_transparent = void;
+  std::size_t operator()(std::string_view bytes) const {
+    return std::hash<std::string_view>()(bytes);
+  }
+};
+template <typename Value>
+using ByBytes = std::unordered_map<std::string, Value, BytesHash, std::equal_to<>>;
 
 // Gives every distinct text of a file a small number, so that a text that recurs is decoded once,
 // held once and compared by its number. Different bytes may spell the same text.
@@ -27,7 +38,7 @@ class TextTable {
  private:
   Id add(const QString &text);
 
-  BytesMap<Id> idOfBytes_;
+  ByBytes<Id> idOfBytes_;
   QHash<QString, Id> idOfText_;
   std::vector<QString> texts_;
 };

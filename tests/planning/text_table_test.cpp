@@ -1,4 +1,4 @@
-#include "core/text_table.h"
+#include "planning/text_table.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "core/text_table.h"
+#include "planning/text_table.h"
 
 #include <algorithm>
 #include <numeric>
@@ -8,10 +8,10 @@
 namespace corvane {
 
 TextTable::Id TextTable::idOf(std::string_view bytes) {
-  if (const Id *known = idOfBytes_.find(bytes)) {
-    return *known;
-  }
-  return idOfBytes_.add(bytes, add(textFromBytes(bytes)));
+  const auto known = idOfBytes_.find(bytes);
+  return known != idOfBytes_.end()
+             ? known->second
+             : idOfBytes_.emplace(bytes, add(textFromBytes(bytes))).first->second;
 }
 
 std::vector<quint32> TextTable::ranks() const {

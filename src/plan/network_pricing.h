@@ -1,0 +1,49 @@
+#pragma once
+
+#include <vector>
+
+#include "plan/compact_lp.h"
+#include "plan/cutter_menu.h"
+
+namespace corvane::plan {
+
+// Pricing of patterns on the network.
+//
+// A reel of cutter c in period t that slits n_s rolls of width w_s for every store s costs
+//
+//   base + waste x (deckle - sum w_s n_s),    base: feed, and the machine's time at its cost
+//
+// and takes 1 / capacity days of its machine. With the duals of the compact LP, mu <= 0 of the
+// machine's row and pi_s of the stores' rows, its reduced cost is
+//
+//   base + waste x deckle - mu / capacity - sum (pi_s + waste x w_s) n_s
+//
+// The cut of the largest sum, at most so many rolls within the deckle, has the least reduced cost;
+// see pattern_pricing.h. In the step that looks at unmet demand alone base and waste are 0.
+
+enum class PlanStep { kUnmet, kCost };
+
+struct PricedPattern {
+  NewPattern pattern;
+  double reducedCost = 0;  // below 0
+};
+
+struct PricingRound {
+  // Those that improve the LP: of every cutter and period the best, each once.
+  std::vector<PricedPattern> patterns;
+  // What the optimum may at most fall by, whatever patterns are added: the Lagrangian bound of the
+  // machine rows. No machine runs for longer than its days, and every day is worth no more than
+  // that of the cutter that could earn most.
+  double mostGain = 0;
+};
+
+// The best patterns under the duals of a solution of the LP. `limit`: rolls in a pattern.
+PricingRound pricePatterns(const Network &network, const PlanProblem &problem, const CompactLp &lp,
+                           const LinearSolution &solution, const std::vector<CutterMenu> &menus,
+                           int limit, PlanStep step);
+
+// The trim of a pattern as an import file would tell it: six digits of it, and none where it is the
+// noise of subtractions. Inches.
+double writtenTrim(double trim);
+
+}  // namespace corvane::plan

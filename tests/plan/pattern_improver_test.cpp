@@ -1,0 +1,220 @@
+#include "plan/pattern_improver.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+#include <set>
+
+#include "network/network_reader.h"
+#include "plan/compact_lp.h"
+#include "plan/linear_solver.h"
+#include "plan/mill_model.h"
+#include "plan/mill_names.h"
+#include "plan/two_steps.h"
+
+namespace corvane::plan {
+
+namespace {
+
+using testing::HasSubstr;
+
+struct Optimum {
+  double unmet = 0;  // rolls, with those out of reach
+  double cost = 0;
+};
+
+Optimum optimumOf(const PlanProblem &problem) {
+  const CompactLp lp(problem);
+  LinearSolver solver(lp.model());
+  TwoSteps steps(problem, lp, solver, {});
+  Optimum optimum;
+  optimum.cost = steps.solve().objective;
+  optimum.unmet = steps.leastUnmet();
+  for (const Order &order : problem.orders) {
+    for (std::size_t period = 0; period < problem.periodCount(); ++period) {
+      optimum.unmet += order.reach[period] == Reason::kMet ? 0 : order.demand[period];
+    }
+  }
+  return optimum;
+}
+
+PlanProblem problemOf(const std::string &importFile) {
+  return makeProblem(network::readNetworkText(importFile), {});
+}
+
+void expectNear(const Optimum &optimum, const Optimum &expected) {
+  EXPECT_NEAR(optimum.unmet, expected.unmet, 1e-6 * (1 + expected.unmet));
+  EXPECT_NEAR(optimum.cost, expected.cost, 1e-6 * (1 + expected.cost));
+}
+
+void expectFits(const Pattern &pattern, double deckle, int limit) {
+  double rolls = 0;
+  double inches = 0;
+  for (const Yield &yield : pattern.yields) {
+    rolls += yield.rolls;
+    inches += yield.rolls * yield.width;
+  }
+  EXPECT_LE(rolls, limit);
+  EXPECT_LE(inches, deckle + 1e-9);
+  EXPECT_NEAR(inches + pattern.trim, deckle, 1e-3);
+}
+
+// Two mills, two periods, random widths and demands; machines that may be short of time.
+class RandomMill {
+ public:
+  explicit RandomMill(unsigned seed) : random_(seed) {
+    for (int i = 0; i < 2 + below(3); ++i) {
+      const double width = 15 + below(400) / 8.0;
+      if (std::find(widths_.begin(), widths_.end(), width) == widths_.end()) {
+        widths_.push_back(width);
+      }
+    }
+    std::sort(widths_.rbegin(), widths_.rend());
+    deckle_ = widths_.front() + below(800) / 8.0;
+  }
+
+  const std::vector<double> &widths() const { return widths_; }
+  double deckle() const { return deckle_; }
+
+  MillModel model() {
+    const std::string deckle = text(deckle_);
+    return MillModel("M1,W1,G," + deckle + "," + std::to_string(1 + below(12)) + ",2,1.5\n" +
+                         "M2,W2,G," + deckle + "," + std::to_string(1 + below(12)) + ",2,2.5\n",
+                     orders(), "A,M1,Road,50,0\nA,M2,Rail,90,1\nB,M1,Road,80,0\nB,M2,Road,30,0\n");
+  }
+
+ private:
+  int below(int bound) { return static_cast<int>(random_() % static_cast<unsigned>(bound)); }
+
+  static std::string text(double number) {
+    std::ostringstream out;
+    out << number;
+    return out.str();
+  }
+
+  std::string orders() {
+    std::string lines;
+    for (const double width : widths_) {
+      for (const char *customer : {"A", "B"}) {
+        lines += std::to_string(1 + below(2)) + ",G," + text(width) + ',' +
+                 std::to_string(1 + below(60)) + ',' + customer + '\n';
+      }
+    }
+    return lines;
+  }
+
+  std::mt19937 random_;
+  std::vector<double> widths_;
+  double deckle_ = 0;
+};
+
+// Started from one poor pattern, it ends where all patterns there are would.
+TEST(ImprovePatterns, ReachesTheOptimumOfAllPatterns) {
+  constexpr int kLimit = 4;
+  for (unsigned seed = 0; seed < 40; ++seed) {
+    SCOPED_TRACE(seed);
+    RandomMill mill(seed);
+    const MillModel model = mill.model();
+    Network network =
+        network::readNetworkText(model.importFile({{"G", mill.deckle(), {mill.widths().back()}}}));
+    PlanProblem problem = makeProblem(network, {});
+    const ImproveReport report =
+        improvePatterns(network, problem, {}, {.limit = kLimit}, [](const ImproveReport &) {});
+    EXPECT_TRUE(report.isComplete);
+    EXPECT_NEAR(report.costBound, report.cost, 1e-6 * (1 + report.cost));
+    const Optimum best = optimumOf(
+        problemOf(model.importFile(allPatterns("G", mill.deckle(), mill.widths(), kLimit))));
+    expectNear(optimumOf(problem), best);
+    expectNear(optimumOf(makeProblem(network, {})), best);
+    for (const Pattern &pattern : problem.patterns) {
+      expectFits(pattern, mill.deckle(), kLimit);
+    }
+  }
+}
+
+// Widths of more digits than the file has, and a deckle that they fill only as they are.
+class ExactMill : public testing::Test {
+ protected:
+  static constexpr double kWide = 33.33333333;
+  static constexpr double kNarrow = 16.66666666;
+
+  ExactMill()
+      : model_("M1,W1,G,100,50,2,1.5\n",
+               "1,G,33.33333333,300,A\n1,G,16.66666666,30,A\n2,G,16.66666666,10,A\n",
+               "A,M1,Road,50,0\n"),
+        network_(network::readNetworkText(model_.importFile({{"G", 100, {kWide}}}))),
+        problem_(makeProblem(network_, {})) {}
+
+  ImproveReport improve(const ImproveOptions &options) {
+    const MillNames names(model_.inputs());
+    std::vector<CutterMenu> menus = cutterMenus(network_, problem_);
+    names.makeExact(menus, problem_);
+    return improvePatterns(network_, problem_, menus, options,
+                           [this](const ImproveReport &report) { reports_.push_back(report); });
+  }
+
+  MillModel model_;
+  Network network_;
+  PlanProblem problem_;
+  std::vector<ImproveReport> reports_;
+};
+
+TEST_F(ExactMill, IsSlitToItsOwnWidths) {
+  EXPECT_TRUE(improve({.limit = 6}).isComplete);
+  double reels = 0;
+  const CompactLp lp(problem_);
+  LinearSolver solver(lp.model());
+  const LinearSolution solution = TwoSteps(problem_, lp, solver, {}).solve();
+  for (int column = 0; column < lp.model().columns(); ++column) {
+    reels += lp.column(column).kind == ColumnKind::kReels
+                 ? solution.primal[static_cast<std::size_t>(column)]
+                 : 0;
+  }
+  EXPECT_NEAR(reels, 100 + 5 + 10 / 6.0, 1e-6);
+}
+
+TEST_F(ExactMill, ReadsBackAndSolvesToTheSameCost) {
+  improve({.limit = 6});
+  const MillNames names(model_.inputs());
+  const std::vector<SlitPattern> patterns =
+      names.slitPatterns(problem_, std::vector<bool>(problem_.patterns.size(), true));
+  EXPECT_EQ(patterns.front().widths.front(), kWide);
+  expectNear(optimumOf(problemOf(model_.importFile(patterns))), optimumOf(problem_));
+}
+
+TEST_F(ExactMill, WritesThePatternsThatAreKept) {
+  improve({.limit = 6});
+  std::vector<bool> isKept(problem_.patterns.size(), false);
+  isKept.back() = true;
+  EXPECT_EQ(MillNames(model_.inputs()).slitPatterns(problem_, isKept).size(), 1U);
+}
+
+TEST_F(ExactMill, ReportsEveryRound) {
+  const ImproveReport last = improve({.limit = 6});
+  ASSERT_EQ(static_cast<int>(reports_.size()), last.rounds);
+  EXPECT_LT(last.cost, last.firstCost);
+  for (const ImproveReport &report : reports_) {
+    EXPECT_FALSE(report.isComplete);
+    EXPECT_LE(report.unmetBound, report.unmet);
+    EXPECT_TRUE(std::isnan(report.cost) || report.costBound <= last.cost + 1e-6);
+  }
+}
+
+TEST_F(ExactMill, KeepsABoundWhenTimeIsUp) {
+  const ImproveReport report = improve({.limit = 6, .seconds = 1e-9});
+  EXPECT_FALSE(report.isComplete);
+  EXPECT_LE(report.costBound, report.cost);
+  EXPECT_LE(report.unmetBound, report.unmet);
+}
+
+TEST_F(ExactMill, RefusesOtherInputs) {
+  const MillModel other("M1,W9,G,100,50,2,1.5\n", "1,G,33.33333333,300,A\n", "A,M1,Road,50,0\n");
+  std::vector<CutterMenu> menus = cutterMenus(network_, problem_);
+  EXPECT_THROW(MillNames(other.inputs()).makeExact(menus, problem_), network::Refused);
+}
+
+}  // namespace
+
+}  // namespace corvane::plan
