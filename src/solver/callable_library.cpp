@@ -7,25 +7,22 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdio>
 #include <cstdlib>
 #include <new>
-#include <string>
+#include <string_view>
 
 #include "solver/environment.h"
-#include "solver/heap.h"
-#include "solver/solution_check.h"
 
 namespace {
 
-using corvane::lp::Answer;
 using corvane::lp::ColumnBatch;
-using corvane::lp::LinearProgram;
 using corvane::lp::Method;
 using corvane::lp::objectiveValue;
+using corvane::lp::Plain;
 using corvane::lp::reducedCost;
 using corvane::lp::RowBatch;
-using corvane::lp::Settings;
+using corvane::lp::Solution;
+using corvane::lp::Solver;
 using corvane::lp::Status;
 
 enum Code : int {
@@ -60,13 +57,13 @@ bool belongs(CPXENVptr env, CPXLPptr lp) {
   return env != nullptr && lp != nullptr && lp->environment == env;
 }
 
-// The one case in which the library speaks and stops: the debug switch asks it to.
-void stopUnlessRight(const LinearProgram &program, const Answer &answer) {
-  if (const std::string complaint = checkAnswer(program, answer); !complaint.empty()) {
-    std::fprintf(stderr, "CORVANE_LP_CHECK: wrong answer to an LP of %d rows, %d columns:\n%s\n",
-                 program.rows(), program.columns(), complaint.c_str());
-    std::abort();
+Plain modeOfProcess() {
+  const char *value = std::getenv("CORVANE_LP_PLAIN");
+  const std::string_view mode = value == nullptr ? "" : value;
+  if (mode == "primal") {
+    return Plain::kPrimal;
   }
+  return mode == "dual" ? Plain::kDual : Plain::kOff;
 }
 
 int solve(CPXENVptr env, CPXLPptr lp, Method asked) {
@@ -74,14 +71,11 @@ int solve(CPXENVptr env, CPXLPptr lp, Method asked) {
     return kNoProblem;
   }
   return guarded([&]() -> int {
-    lp->answer = Answer();
+    lp->solution = Solution();
     if (!lp->loaded) {
       return kNotLoaded;
     }
-    lp->answer = lp->solver.solve(lp->program, asked, env->settings, env->known);
-    if (env->settings.check) {
-      stopUnlessRight(lp->program, lp->answer);
-    }
+    lp->solution = lp->solver.solve(lp->program, asked, env->known);
     return kSuccess;
   });
 }
@@ -89,19 +83,17 @@ int solve(CPXENVptr env, CPXLPptr lp, Method asked) {
 // What speeds up the next solve of the same matrix; running out of memory here only loses that.
 void rememberMatrix(cpxenv &env, cpxlp &lp) {
   guarded([&]() -> int {
-    env.known.promising = lp.solver.promising(lp.program, lp.answer);
-    lp.solver = {};
-    env.known.pool = lp.program.releasePool();
+    lp.solver.remember(lp.program, lp.solution, env.known);
     return kSuccess;
   });
 }
 
-// Whether entries begin to end of `size` can be read from an optimal answer into `target`.
+// Whether entries begin to end of `size` can be read from an optimal solution into `target`.
 int readable(CPXENVptr env, CPXLPptr lp, const double *target, int begin, int end, int size) {
   if (!belongs(env, lp)) {
     return kNoProblem;
   }
-  if (lp->answer.status != Status::kOptimal) {
+  if (lp->solution.status != Status::kOptimal) {
     return kNoSolution;
   }
   return target == nullptr || begin < 0 || end < begin || end >= size ? kBadArgument : kSuccess;
@@ -119,8 +111,7 @@ extern "C" {
 CPXENVptr CPXopenCPLEXruntime(int *status, int /*serial*/, const char * /*licence*/) {
   CPXENVptr env = nullptr;
   setStatus(status, guarded([&]() -> int {
-              corvane::lp::keepFreedMemory();
-              env = new cpxenv(Settings::fromProcessEnvironment());
+              env = new cpxenv(modeOfProcess());
               return kSuccess;
             }));
   return env;
@@ -142,7 +133,7 @@ CPXLPptr CPXcreateprob(CPXENVptr env, int *status, const char * /*name*/) {
   }
   CPXLPptr lp = nullptr;
   setStatus(status, guarded([&]() -> int {
-              env->problems.push_back(std::make_unique<cpxlp>(*env));
+              env->problems.push_back(std::make_unique<cpxlp>(*env, env->mode));
               lp = env->problems.back().get();
               return kSuccess;
             }));
@@ -158,8 +149,8 @@ int CPXcopylp(CPXENVptr env, CPXLPptr lp, int columns, int rows, int objectiveSe
   }
   return guarded([&]() -> int {
     lp->loaded = false;
-    lp->answer = Answer();
-    lp->solver = {};
+    lp->solution = Solution();
+    lp->solver = Solver(env->mode);
     lp->program = {};
     ColumnBatch batch;
     batch.columns = columns;
@@ -209,14 +200,14 @@ int CPXhybbaropt(CPXENVptr env, CPXLPptr lp, int /*method*/) {
 }
 
 int CPXgetstat(CPXENVptr env, CPXLPptr lp) {
-  return static_cast<int>(belongs(env, lp) ? lp->answer.status : Status::kOther);
+  return static_cast<int>(belongs(env, lp) ? lp->solution.status : Status::kOther);
 }
 
 int CPXgetobjval(CPXENVptr env, CPXLPptr lp, double *value) {
   if (const int code = readable(env, lp, value, 0, 0, 1); code != kSuccess) {
     return code;
   }
-  *value = inCallersSense(*lp, objectiveValue(lp->program, lp->answer));
+  *value = inCallersSense(*lp, objectiveValue(lp->program, lp->solution.activities));
   return kSuccess;
 }
 
@@ -226,7 +217,7 @@ int CPXgetx(CPXENVptr env, CPXLPptr lp, double *x, int begin, int end) {
     return code;
   }
   std::fill(x, x + (end - begin) + 1, 0.0);
-  for (const auto &[column, value] : lp->answer.activities) {
+  for (const auto &[column, value] : lp->solution.activities) {
     if (column >= begin && column <= end) {
       x[column - begin] = value;
     }
@@ -240,7 +231,7 @@ int CPXgetpi(CPXENVptr env, CPXLPptr lp, double *pi, int begin, int end) {
     return code;
   }
   for (int i = begin; i <= end; ++i) {
-    const double dual = lp->answer.duals[static_cast<std::size_t>(i)];
+    const double dual = lp->solution.duals[static_cast<std::size_t>(i)];
     pi[i - begin] = inCallersSense(*lp, dual);
   }
   return kSuccess;
@@ -252,7 +243,7 @@ int CPXgetdj(CPXENVptr env, CPXLPptr lp, double *dj, int begin, int end) {
     return code;
   }
   for (int j = begin; j <= end; ++j) {
-    const double reduced = reducedCost(lp->program.pool(), j, lp->answer.duals.data());
+    const double reduced = reducedCost(lp->program.pool(), j, lp->solution.duals.data());
     dj[j - begin] = inCallersSense(*lp, reduced);
   }
   return kSuccess;

@@ -1,12 +1,13 @@
 #pragma once
 
-// Which columns of a pool to give to CLP, by their reduced costs.
+// Which columns of a pool to give to CLP.
 
 #include <cstddef>
 #include <tuple>
 #include <vector>
 
 #include "solver/linear_program.h"
+#include "solver/solution.h"
 
 namespace corvane::lp {
 
@@ -29,5 +30,15 @@ std::vector<int> lowestColumns(std::vector<PricedColumn> candidates, std::size_t
 // REQUIRES a count of at least `rows`.
 std::vector<int> columnsToMoveIn(const ColumnPool &pool, int rows,
                                  std::vector<PricedColumn> candidates, std::size_t count);
+
+// The columns with which sifting starts on a covering program that it has no basis of: for each
+// row the one of lowest cost per coefficient, so that the working set has a solution whenever the
+// program has; an even sample of 2 columns a row; and `promising`. Ascending, each once.
+std::vector<int> startingColumns(const LinearProgram &lp, const std::vector<int> &promising);
+
+// Of the columns `held` in the working set, those in use and those whose reduced cost is below
+// 0.1 % of their cost: likely to be of use with other right-hand sides. Ascending.
+std::vector<int> promisingColumns(const LinearProgram &lp, const std::vector<int> &held,
+                                  const Solution &solution);
 
 }  // namespace corvane::lp

@@ -5,26 +5,28 @@
 #include <memory>
 #include <vector>
 
-#include "solver/answer.h"
+#include "solver/corner_choice.h"
 #include "solver/linear_program.h"
-#include "solver/settings.h"
+#include "solver/solution.h"
 #include "solver/solver.h"
 
 struct cpxlp {
-  explicit cpxlp(cpxenv &owner) : environment(&owner) {}
+  cpxlp(cpxenv &owner, corvane::lp::Plain plain) : environment(&owner), solver(plain) {}
 
   cpxenv *environment;
   corvane::lp::LinearProgram program;
   // False from a failed load on, until a load succeeds: there is nothing to solve then.
   bool loaded = true;
   corvane::lp::Solver solver;
-  corvane::lp::Answer answer;
+  corvane::lp::Solution solution;
 };
 
 struct cpxenv {
-  explicit cpxenv(const corvane::lp::Settings &chosen) : settings(chosen) {}
+  // CORVANE_LP_PLAIN in the process environment: "primal" or "dual" for that simplex over all
+  // columns, whatever the program.
+  explicit cpxenv(corvane::lp::Plain plain) : mode(plain) {}
 
-  corvane::lp::Settings settings;
+  corvane::lp::Plain mode;
   // Of the problem freed last: the next one often differs in its right-hand sides only.
   corvane::lp::KnownMatrix known;
   std::vector<std::unique_ptr<cpxlp>> problems;

@@ -11,6 +11,9 @@ namespace {
 // Coefficients below this size are zeros to CLP, and so to the pool.
 constexpr double kTinyCoefficient = 1e-20;
 
+// From here on a caller's numbers are infinite.
+constexpr double kInfinite = 1e20;
+
 double widen(double bound) {
   if (bound >= kInfinite) {
     return kInfinity;
@@ -113,6 +116,7 @@ bool LinearProgram::setRows(const RowBatch &batch, int objectiveSense) {
   std::vector<double> lower;
   std::vector<double> upper;
   bool covering = true;
+  double demand = 0.0;
   double largest = 0.0;
   for (int i = 0; i < batch.rows; ++i) {
     const char sense = batch.senses[i];
@@ -123,6 +127,7 @@ bool LinearProgram::setRows(const RowBatch &batch, int objectiveSense) {
     lower.push_back(sense == 'L' ? -kInfinity : rhs);
     upper.push_back(sense == 'G' ? kInfinity : rhs);
     covering = covering && sense == 'G';
+    demand = sense == 'L' || rhs < 0.0 ? demand : largerFinite(demand, rhs);
     largest = largerFinite(largest, rhs);
   }
   rowLower_ = std::move(lower);
@@ -132,6 +137,7 @@ bool LinearProgram::setRows(const RowBatch &batch, int objectiveSense) {
   coveringColumns_ = true;
   pool_ = ColumnPool();
   largestCost_ = 0.0;
+  largestDemand_ = demand;
   largestBound_ = largest;
   return true;
 }

@@ -13,9 +13,8 @@
 
 namespace corvane::lp {
 
-// Bounds and right-hand sides of this size and beyond are infinite; costs and coefficients must
-// stay below it.
-inline constexpr double kInfinite = 1e20;
+// What a caller's bounds and right-hand sides of 1e20 and beyond are; costs and coefficients must
+// stay below that.
 inline constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 // Columns as a caller hands them over; nothing is owned. Column j has its entries in
@@ -82,9 +81,13 @@ class LinearProgram {
   // coefficient is negative: the covering LPs of pattern generation.
   bool isCovering() const { return coveringRows_ && coveringColumns_; }
 
-  // The largest |cost|, and the largest finite |right-hand side or bound|.
+  // The largest |cost|.
   double largestCost() const { return largestCost_; }
-  double largestBound() const { return largestBound_; }
+
+  // The size that activities have: the largest positive finite right-hand side of a row that
+  // demands (>= or =), or, where none does, the largest finite |right-hand side or bound|. Large
+  // bounds beside real demands say nothing about sizes.
+  double largestDemand() const { return largestDemand_ > 0.0 ? largestDemand_ : largestBound_; }
 
  private:
   bool batchIsValid(const ColumnBatch &batch) const;
@@ -97,6 +100,7 @@ class LinearProgram {
   bool coveringRows_ = true;
   bool coveringColumns_ = true;
   double largestCost_ = 0.0;
+  double largestDemand_ = 0.0;
   double largestBound_ = 0.0;
 };
 

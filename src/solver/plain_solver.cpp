@@ -5,7 +5,7 @@
 namespace corvane::lp {
 
 void PlainSolver::takeInColumns(const LinearProgram &lp) {
-  if (working_ != nullptr && !working_->scalesStillFit()) {
+  if (working_ != nullptr && !working_->stillFits()) {
     working_.reset();
   }
   const std::size_t held = working_ == nullptr ? 0 : working_->columns().size();
@@ -22,7 +22,7 @@ Status PlainSolver::run(Method method) {
   return method == Method::kDual ? working_->dual() : working_->primal();
 }
 
-Answer PlainSolver::solve(const LinearProgram &lp, Method method) {
+Solution PlainSolver::solve(const LinearProgram &lp, Method method) {
   if (method == Method::kDual) {
     working_.reset();
   }
@@ -37,13 +37,11 @@ Answer PlainSolver::solve(const LinearProgram &lp, Method method) {
     }
   }
   if (status == Status::kOptimal) {
-    return working_->answer();
+    return {status, working_->activities(), working_->duals()};
   }
   // The basis of a failed solve is no place to go on from.
   working_.reset();
-  Answer answer;
-  answer.status = status;
-  return answer;
+  return {status, {}, {}};
 }
 
 }  // namespace corvane::lp

@@ -2,9 +2,8 @@
 
 #include <memory>
 
-#include "solver/answer.h"
 #include "solver/linear_program.h"
-#include "solver/method.h"
+#include "solver/solution.h"
 #include "solver/working_lp.h"
 
 namespace corvane::lp {
@@ -15,7 +14,7 @@ class PlainSolver {
   // kPrimal goes on from the basis of the last solve, with columns added since at a bound; kDual
   // starts afresh. There is no barrier here: CLP's ends the process on some programs that are not
   // covering programs. `lp` must be the same object at every call, and only grow.
-  Answer solve(const LinearProgram &lp, Method method);
+  Solution solve(const LinearProgram &lp, Method method);
 
  private:
   void takeInColumns(const LinearProgram &lp);

@@ -14,13 +14,23 @@ namespace {
 
 // A reduced cost above this is as good as none, for costs of ordinary size.
 constexpr double kPricingTolerance = 1e-9;
-constexpr int kLeastMovedIn = 50;
 
 constexpr double kObjectiveTolerance = 1e-9;
 
 }  // namespace
 
-Sifting::Sifting(const LinearProgram &lp, const std::vector<int> &columns) : lp_(lp) {
+bool objectivesAgree(const LinearProgram &lp, const Solution &solution) {
+  const double primal = objectiveValue(lp, solution.activities);
+  double dual = 0.0;
+  for (std::size_t i = 0; i < solution.duals.size(); ++i) {
+    dual += solution.duals[i] == 0.0 ? 0.0 : solution.duals[i] * lp.rowLower()[i];
+  }
+  return std::fabs(primal - dual) <= kObjectiveTolerance * std::fabs(primal);
+}
+
+Sifting::Sifting(const LinearProgram &lp, const std::vector<int> &columns,
+                 const Thresholds &thresholds)
+    : lp_(lp), thresholds_(thresholds) {
   rebuild(columns);
 }
 
@@ -68,7 +78,7 @@ bool Sifting::moveInViolated(const std::vector<double> &duals) {
   if (violated.empty()) {
     return false;
   }
-  const int count = std::max(kLeastMovedIn, lp_.rows());
+  const int count = std::max(thresholds_.leastMovedIn, lp_.rows());
   moveIn(columnsToMoveIn(lp_.pool(), lp_.rows(), std::move(violated),
                          static_cast<std::size_t>(count)));
   return true;
@@ -86,69 +96,64 @@ Status Sifting::solveWorkingSet(Method method) {
   return Status::kOther;
 }
 
-// Of a covering program the objective of the columns is that of the rows' duals, at the optimum
-// and nowhere else. CLP now and then stops with traces of its perturbation in either.
-bool Sifting::objectivesAgree() const {
-  double primal = 0.0;
-  for (const auto &[column, x] : answer_.activities) {
-    primal += lp_.pool().cost[static_cast<std::size_t>(column)] * x;
-  }
-  double dual = 0.0;
-  for (std::size_t i = 0; i < answer_.duals.size(); ++i) {
-    dual += answer_.duals[i] == 0.0 ? 0.0 : answer_.duals[i] * lp_.rowLower()[i];
-  }
-  return std::fabs(primal - dual) <= kObjectiveTolerance * std::fabs(primal);
-}
-
 Status Sifting::sift(Method first) {
   Status status = solveWorkingSet(first);
   while (status == Status::kOptimal && moveInViolated(working_->duals())) {
     status = working_->primal();
   }
-  answer_ = status == Status::kOptimal ? working_->answer() : Answer();
+  solution_ = {};
+  if (status == Status::kOptimal) {
+    solution_ = {status, working_->activities(), working_->duals()};
+  }
   return status;
 }
 
 Status Sifting::optimise(Method first) {
-  if (!working_->scalesStillFit()) {
+  if (!working_->stillFits()) {
     rebuild(std::vector<int>(working_->columns()));
   }
   if (first == Method::kPrimal) {
-    working_->expectWarmStarts();
+    working_->expectWarmStarts(thresholds_);
   }
   Status status = sift(first);
-  if (status == Status::kOptimal && !objectivesAgree()) {
+  if (status == Status::kOptimal && !objectivesAgree(lp_, solution_)) {
     status = sift(Method::kPrimal);
   }
-  return status == Status::kOptimal && !objectivesAgree() ? Status::kOther : status;
+  return status == Status::kOptimal && !objectivesAgree(lp_, solution_) ? Status::kOther : status;
 }
 
 void Sifting::dropSurplus(const std::vector<double> &duals) {
   const auto rows = static_cast<std::size_t>(lp_.rows());
   const std::vector<int> &held = working_->columns();
-  if (held.size() <= 3 * rows) {
+  if (held.size() <= static_cast<std::size_t>(thresholds_.surplusPerRow) * rows) {
     return;
   }
-  std::vector<int> kept;
+  std::vector<int> basic;
   std::vector<PricedColumn> others;
   for (int position = 0; position < static_cast<int>(held.size()); ++position) {
     const int column = held[static_cast<std::size_t>(position)];
     if (working_->isBasic(position)) {
-      kept.push_back(column);
+      basic.push_back(column);
     } else {
       others.push_back({reducedCost(lp_.pool(), column, duals.data()), column});
     }
   }
-  const std::vector<int> basic = kept;
+  const std::size_t room = static_cast<std::size_t>(thresholds_.keptPerRow) * rows;
   const std::vector<int> best =
-      lowestColumns(std::move(others), 2 * rows - std::min(2 * rows, kept.size()));
-  kept.insert(kept.end(), best.begin(), best.end());
+      lowestColumns(std::move(others), room - std::min(room, basic.size()));
+  rebuildAtBasis(basic, best);
+}
+
+// The working set of the present basis's columns and the others, at that basis.
+void Sifting::rebuildAtBasis(const std::vector<int> &basic, const std::vector<int> &others) {
   std::vector<int> nonbasicRows;
   for (int row = 0; row < lp_.rows(); ++row) {
     if (!working_->rowIsBasic(row)) {
       nonbasicRows.push_back(row);
     }
   }
+  std::vector<int> kept = basic;
+  kept.insert(kept.end(), others.begin(), others.end());
   rebuild(kept);
   for (int position = 0; position < static_cast<int>(basic.size()); ++position) {
     working_->makeBasic(position);

@@ -15,17 +15,21 @@
 #include <memory>
 #include <vector>
 
-#include "solver/answer.h"
 #include "solver/linear_program.h"
-#include "solver/method.h"
+#include "solver/solution.h"
+#include "solver/thresholds.h"
 #include "solver/working_lp.h"
 
 namespace corvane::lp {
 
+// Of an optimum of a covering program the objective of the columns is that of the rows' duals, and
+// nowhere else. CLP now and then stops with traces of its perturbation in either.
+bool objectivesAgree(const LinearProgram &lp, const Solution &solution);
+
 class Sifting {
  public:
   // Starts with the given columns at the slack basis. `lp` must outlive it and only grow.
-  Sifting(const LinearProgram &lp, const std::vector<int> &columns);
+  Sifting(const LinearProgram &lp, const std::vector<int> &columns, const Thresholds &thresholds);
 
   // Moves the columns from `begin` on, which the pool has gained, in at once.
   void takeInFrom(int begin);
@@ -39,25 +43,26 @@ class Sifting {
   // False when there are none.
   bool moveInViolated(const std::vector<double> &duals);
 
-  // Keeps the working set small: beyond 3 columns a row, the non-basic ones of highest reduced
-  // cost leave until 2 a row are left. The basis stays.
+  // Keeps the working set small: beyond the threshold's columns a row, the non-basic ones of
+  // highest reduced cost leave until so many are left as it says. The basis stays.
   void dropSurplus(const std::vector<double> &duals);
 
   // Of the last optimise(), which must have ended with kOptimal.
-  const Answer &answer() const { return answer_; }
+  const Solution &solution() const { return solution_; }
 
   const WorkingLp &working() const { return *working_; }
 
  private:
   Status solveWorkingSet(Method method);
   Status sift(Method first);
-  bool objectivesAgree() const;
   void moveIn(const std::vector<int> &columns);
   void rebuild(const std::vector<int> &columns);
+  void rebuildAtBasis(const std::vector<int> &basic, const std::vector<int> &others);
 
   const LinearProgram &lp_;
+  Thresholds thresholds_;
   std::unique_ptr<WorkingLp> working_;
-  Answer answer_;
+  Solution solution_;
   std::vector<char> isIn_;  // for each column of the pool, as far as it has been looked at
 };
 

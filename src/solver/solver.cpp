@@ -1,24 +1,15 @@
 #include "solver/solver.h"
 
 #include <numeric>
+#include <optional>
 #include <utility>
 
+#include "solver/column_choice.h"
 #include "solver/trivial_lp.h"
 
 namespace corvane::lp {
 
 namespace {
-
-// With few rows and small batches CLP is quicker than the choice of what to give it; with fewer
-// still, than the choice of what to take from it.
-constexpr int kSmallRows = 64;
-constexpr int kSmallestRows = 40;
-constexpr int kSmallBatch = 100;
-
-// Up to this many columns a row, a dual simplex on all of them is quicker than sifting from a
-// start set; from a set known to be promising sifting pays sooner.
-constexpr long long kWholeColumnsPerRow = 40;
-constexpr long long kWholeKnownColumnsPerRow = 10;
 
 std::vector<int> allColumns(const LinearProgram &lp) {
   std::vector<int> columns(static_cast<std::size_t>(lp.columns()));
@@ -30,19 +21,21 @@ std::vector<int> allColumns(const LinearProgram &lp) {
 
 void Solver::startSifting(const LinearProgram &lp, const KnownMatrix &known) {
   firstColumns_ = lp.columns();
-  const bool isKnown = known.pool == lp.pool();
-  const long long whole = isKnown ? kWholeKnownColumnsPerRow : kWholeColumnsPerRow;
-  sifting_ = std::make_unique<Sifting>(lp, lp.columns() <= whole * lp.rows() ? allColumns(lp)
-                                           : isKnown ? startingColumns(lp, known.promising)
-                                                     : startingColumns(lp, {}));
+  isKnown_ = known.pool == lp.pool();
+  const long long whole = isKnown_ ? thresholds_.wholeKnownPerRow : thresholds_.wholePerRow;
+  sifting_ = std::make_unique<Sifting>(lp,
+                                       lp.columns() <= whole * lp.rows() ? allColumns(lp)
+                                       : isKnown_ ? startingColumns(lp, known.promising)
+                                                  : startingColumns(lp, {}),
+                                       thresholds_);
 }
 
 void Solver::takeInNewColumns(const LinearProgram &lp) {
-  const bool smallBatch = lp.columns() - seenColumns_ <= kSmallBatch;
-  if (!smallBatch || lp.rows() >= kSmallestRows) {
+  const bool smallBatch = lp.columns() - seenColumns_ <= thresholds_.smallBatch;
+  if (!smallBatch || lp.rows() >= thresholds_.smallestRows) {
     sifting_->dropSurplus(duals_);
   }
-  if (smallBatch && lp.rows() < kSmallRows) {
+  if (smallBatch && lp.rows() < thresholds_.smallRows) {
     sifting_->takeInFrom(seenColumns_);
   } else {
     sifting_->moveInViolated(duals_);
@@ -51,6 +44,7 @@ void Solver::takeInNewColumns(const LinearProgram &lp) {
 
 Status Solver::sift(const LinearProgram &lp, Method method, const KnownMatrix &known) {
   if (sifting_ != nullptr) {
+    isKnown_ = false;
     takeInNewColumns(lp);
     return sifting_->optimise(method);
   }
@@ -59,17 +53,23 @@ Status Solver::sift(const LinearProgram &lp, Method method, const KnownMatrix &k
   return sifting_->optimise(method == Method::kBarrier ? method : Method::kDual);
 }
 
-std::vector<int> Solver::promising(const LinearProgram &lp, const Answer &answer) const {
-  if (sifting_ == nullptr || lp.columns() != firstColumns_ || answer.status != Status::kOptimal) {
-    return {};
+void Solver::remember(LinearProgram &lp, const Solution &solution, KnownMatrix &known) {
+  if (sifting_ == nullptr || lp.columns() != firstColumns_ || solution.status != Status::kOptimal) {
+    return;
   }
-  return promisingColumns(lp, sifting_->working().columns(), answer);
+  KnownMatrix now;
+  now.promising = promisingColumns(lp, sifting_->working().columns(), solution);
+  now.uses = isKnown_ ? known.uses : std::vector<int>(static_cast<std::size_t>(lp.columns()), 0);
+  now.solutions = isKnown_ ? known.solutions : 0;
+  countUses(now, solution.activities);
+  sifting_.reset();
+  now.pool = lp.releasePool();
+  known = std::move(now);
 }
 
-Answer Solver::solve(const LinearProgram &lp, Method method, const Settings &settings,
-                     const KnownMatrix &known) {
+Solution Solver::solve(const LinearProgram &lp, Method method, const KnownMatrix &known) {
   try {
-    return solveOrThrow(lp, method, settings, known);
+    return solveOrThrow(lp, method, known);
   } catch (...) {
     // What CLP holds is of no use any more; the pool has all it takes to start again.
     sifting_.reset();
@@ -78,23 +78,24 @@ Answer Solver::solve(const LinearProgram &lp, Method method, const Settings &set
   }
 }
 
-Answer Solver::solveOrThrow(const LinearProgram &lp, Method method, const Settings &settings,
-                            const KnownMatrix &known) {
-  if (std::optional<Answer> answer = solveTrivial(lp)) {
-    return *std::move(answer);
+Solution Solver::solveOrThrow(const LinearProgram &lp, Method method, const KnownMatrix &known) {
+  if (std::optional<Solution> solution = solveTrivial(lp)) {
+    return *std::move(solution);
   }
-  if (settings.plain == Settings::Plain::kOff && lp.isCovering()) {
+  if (mode_ == Plain::kOff && lp.isCovering()) {
     const Status status = sift(lp, method, known);
     seenColumns_ = lp.columns();
     if (status == Status::kOptimal) {
-      Answer answer = sifting_->answer();
-      duals_ = answer.duals;
-      return answer;
+      Solution solution = sifting_->solution();
+      duals_ = solution.duals;
+      if (isKnown_) {
+        solution.activities = chooseCorner(lp, sifting_->working(), solution, known);
+      }
+      return solution;
     }
     sifting_.reset();
   }
-  const bool dual = settings.plain == Settings::Plain::kDual;
-  return plain_.solve(lp, dual ? Method::kDual : Method::kPrimal);
+  return plain_.solve(lp, mode_ == Plain::kDual ? Method::kDual : Method::kPrimal);
 }
 
 }  // namespace corvane::lp

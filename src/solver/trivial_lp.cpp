@@ -34,15 +34,13 @@ double cheapestValue(double cost, double lower, double upper) {
   return std::min(std::max(0.0, lower), upper);
 }
 
-Answer withStatus(Status status) {
-  Answer answer;
-  answer.status = status;
-  return answer;
+Solution withStatus(Status status) {
+  return {status, {}, {}};
 }
 
-Answer eachAtItsCheapest(const LinearProgram &lp) {
-  Answer answer = withStatus(Status::kOptimal);
-  answer.duals.assign(static_cast<std::size_t>(lp.rows()), 0.0);
+Solution eachAtItsCheapest(const LinearProgram &lp) {
+  Solution solution = withStatus(Status::kOptimal);
+  solution.duals.assign(static_cast<std::size_t>(lp.rows()), 0.0);
   const ColumnPool &pool = lp.pool();
   for (int j = 0; j < lp.columns(); ++j) {
     const auto column = static_cast<std::size_t>(j);
@@ -51,10 +49,10 @@ Answer eachAtItsCheapest(const LinearProgram &lp) {
       return withStatus(Status::kUnbounded);
     }
     if (x != 0.0) {
-      answer.activities.emplace_back(j, x);
+      solution.activities.emplace_back(j, x);
     }
   }
-  return answer;
+  return solution;
 }
 
 // A row that is demanded and that no column covers. Without one a covering program has a solution.
@@ -73,7 +71,7 @@ bool hasUncoveredRow(const LinearProgram &lp) {
 
 }  // namespace
 
-std::optional<Answer> solveTrivial(const LinearProgram &lp) {
+std::optional<Solution> solveTrivial(const LinearProgram &lp) {
   if (boundsCross(lp.rowLower(), lp.rowUpper()) || boundsCross(lp.pool().lower, lp.pool().upper)) {
     return withStatus(Status::kInfeasible);
   }

@@ -2,12 +2,12 @@
 
 #include <optional>
 
-#include "solver/answer.h"
 #include "solver/linear_program.h"
+#include "solver/solution.h"
 
 namespace corvane::lp {
 
-// The answer of a program that needs no simplex:
+// The solution of a program that needs no simplex:
 //   - one whose bounds cross, or with a row that asks for infinity: infeasible;
 //   - a covering program with a demanded row that no column covers: infeasible, and the only way
 //     in which a covering program can fail to have an optimum;
@@ -15,6 +15,6 @@ namespace corvane::lp {
 //     optimal and every dual is 0, so that no pattern prices out;
 //   - one without rows, columns or coefficients: each column at its cheapest bound.
 // Nothing for any other program.
-std::optional<Answer> solveTrivial(const LinearProgram &lp);
+std::optional<Solution> solveTrivial(const LinearProgram &lp);
 
 }  // namespace corvane::lp

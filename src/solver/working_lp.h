@@ -1,6 +1,6 @@
 #pragma once
 
-// One CLP model over a chosen part of a linear program's columns, with all of its rows.
+// One CLP model over a chosen part of a linear program's columns, with all rows that may bind.
 //
 // CLP is used plainly: silent, no scaling, no presolve, everything else its default. Costs and
 // bounds of unusual size are handed over times a power of two, which is exact and keeps CLP's
@@ -13,8 +13,9 @@
 #include <span>
 #include <vector>
 
-#include "solver/answer.h"
 #include "solver/linear_program.h"
+#include "solver/solution.h"
+#include "solver/thresholds.h"
 
 class ClpSimplex;
 class CoinMessageHandler;
@@ -41,29 +42,35 @@ class WorkingLp {
 
   // To be called before solves that go on from an optimum: with few rows, and with many, the primal
   // simplex is quicker then. The basis stays.
-  void expectWarmStarts();
+  void expectWarmStarts(const Thresholds &thresholds);
 
-  // Barrier, crossover, and a clean-up that ends at a vertex; see barrier.h. For covering programs.
+  // Barrier, crossover, and a clean-up that ends at a vertex; see clp_model.h. For covering
+  // programs.
   Status barrier();
 
   // The pool indices, in CLP's order. Positions below are positions in this list.
   const std::vector<int> &columns() const { return columns_; }
 
+  // The basis. A row that was not handed over is basic, and must not be made anything else.
   bool isBasic(int position) const;
   bool rowIsBasic(int row) const;
   void makeBasic(int position);
   void makeRowNonbasic(int row);
 
-  // The answer of the last solve, which must have been optimal.
-  Answer answer() const;
+  // Another cost for the solves to come, and no activity of a row above its lower bound.
+  void setCost(int position, double cost);
+  void forbidExcess(int row);
+
+  // Of the last solve, which must have been optimal.
+  Activities activities() const;
   std::vector<double> duals() const;
 
   // The power of two that costs are handed to CLP with.
   double costScale() const { return costScale_; }
 
-  // False when the program has grown numbers of another magnitude since construction: a new
-  // working LP is due.
-  bool scalesStillFit() const;
+  // False when the program has grown numbers of another magnitude since construction, or columns
+  // that a row which was left out might bind: a new working LP is due.
+  bool stillFits() const;
 
  private:
   template <typename Operation>
@@ -74,6 +81,8 @@ class WorkingLp {
 
   const LinearProgram &lp_;
   std::vector<int> columns_;
+  std::vector<int> rows_;    // of the program, in CLP's order
+  std::vector<int> clpRow_;  // of each row of the program, -1 for one that was not handed over
   double costScale_;
   double boundScale_;
   std::unique_ptr<CoinMessageHandler> silence_;

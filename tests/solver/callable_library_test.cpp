@@ -285,6 +285,66 @@ TEST(CallableLibrary, ReadsRangesOfAnAnswer) {
   EXPECT_NE(CPXgetobjval(session.env, session.lp, nullptr), 0);
 }
 
+// CLP's barrier ends the process on some of these.
+TEST(CallableLibrary, BarrierOnRowsThatNeverBind) {
+  for (const double rhs : {-1.0, -7.5, -1e20, 0.0}) {
+    for (const double coefficient : {0.0, 2.0}) {
+      const TestLp lp{.cost = {3, 2, 4},
+                      .matrix = {{1, 1, 0}, {0, coefficient, coefficient}, {0, 1, 2}},
+                      .senses = "GGG",
+                      .rhs = {5, rhs, 4},
+                      .lower = {0, 0, 0},
+                      .upper = {1e20, 1e20, 1e20}};
+      Session session;
+      ASSERT_EQ(session.load(lp), 0);
+      const TestAnswer answer = session.solve(3, 3, true);
+      EXPECT_EQ(answer.status, 1);
+      EXPECT_NEAR(answer.objective, 10.0, 1e-9);
+      EXPECT_EQ(answer.pi[1], 0.0);
+    }
+  }
+}
+
+TEST(CallableLibrary, AColumnThatBindsWhatNoneBoundBefore) {
+  // The row demands -2 at least: idle until a column with a negative coefficient joins.
+  const TestLp lp{.cost = {1, -1},
+                  .matrix = {{1, 1}, {0, -1}},
+                  .senses = "GG",
+                  .rhs = {4, -2},
+                  .lower = {0, 0},
+                  .upper = {1e20, 1e20}};
+  Session session;
+  ASSERT_EQ(session.load(lp, 1), 0);
+  EXPECT_EQ(session.solve(1, 2).objective, 4.0);
+  ASSERT_EQ(session.add(lp, 1, 2), 0);
+  EXPECT_NEAR(session.solve(2, 2).objective, 0.0, 1e-9);
+}
+
+TEST(CallableLibrary, LargeBoundsHideNoDemand) {
+  TestLp bounded{.cost = {1, 2},
+                 .matrix = {{1, 1}},
+                 .senses = "G",
+                 .rhs = {5},
+                 .lower = {0, 0},
+                 .upper = {1e15, 3}};
+  TestLp idle{.cost = {1, 2},
+              .matrix = {{1, 1}, {1, 0}},
+              .senses = "GG",
+              .rhs = {5, -1e15},
+              .lower = {0, 0},
+              .upper = {1e20, 1e20}};
+  TestLp limited = idle;
+  limited.senses = "GL";
+  limited.rhs[1] = 1e15;
+  for (const TestLp &lp : {bounded, idle, limited}) {
+    Session session;
+    ASSERT_EQ(session.load(lp), 0);
+    const TestAnswer answer = session.solve(2, lp.rows());
+    EXPECT_EQ(answer.status, 1);
+    EXPECT_NEAR(answer.objective, 5.0, 1e-9);
+  }
+}
+
 TEST(CallableLibrary, NullHandles) {
   CPXENVptr noEnv = nullptr;
   CPXLPptr noLp = nullptr;

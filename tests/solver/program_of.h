@@ -2,8 +2,8 @@
 
 // What a test LP and an answer of the callable library are inside the solver.
 
-#include "solver/answer.h"
 #include "solver/linear_program.h"
+#include "solver/solution.h"
 #include "solver/test_lp.h"
 
 namespace corvane::lp::testing {
@@ -27,8 +27,8 @@ inline LinearProgram programOf(const TestLp &lp) {
   return program;
 }
 
-inline Answer answerOf(const TestLp &lp, const TestAnswer &given) {
-  Answer answer;
+inline Solution solutionOf(const TestLp &lp, const TestAnswer &given) {
+  Solution answer;
   answer.status = static_cast<Status>(given.status);
   for (std::size_t j = 0; j < given.x.size(); ++j) {
     if (given.x[j] != 0.0) {

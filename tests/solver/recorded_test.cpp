@@ -55,7 +55,7 @@ LinearProgram programWithRows(const std::vector<double> &rhs) {
 
 // Checks the answer that `problem` holds to `program`, and returns its objective.
 double checkedObjective(const Problem &problem, const LinearProgram &program) {
-  Answer answer;
+  Solution answer;
   answer.status = Status::kOptimal;
   answer.duals = problem.duals();
   const std::vector<double> x = problem.x();

@@ -42,7 +42,7 @@ bool agrees(const TestLp &lp, const TestAnswer &answer) {
     EXPECT_NEAR(answer.objective, expected.objective,
                 1e-9 * std::max(1.0, std::fabs(expected.objective)))
         << text(lp);
-    EXPECT_EQ(checkOptimal(programOf(lp), answerOf(lp, answer)), "") << text(lp);
+    EXPECT_EQ(checkOptimal(programOf(lp), solutionOf(lp, answer)), "") << text(lp);
   }
   return !::testing::Test::HasFailure();
 }

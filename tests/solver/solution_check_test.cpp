@@ -1,4 +1,4 @@
-// The checker itself: it passes a right answer and finds each kind of wrong one.
+// The checker itself: it passes a right solution and finds each kind of wrong one.
 
 #include "solver/solution_check.h"
 
@@ -22,16 +22,16 @@ LinearProgram program() {
                     .upper = {1e20, 1e20, 1e20}});
 }
 
-Answer right() {
-  Answer answer;
-  answer.status = Status::kOptimal;
-  answer.activities = {{0, 3.0}, {1, 1.0}};
-  answer.duals = {1.5, 0.5};
-  return answer;
+Solution right() {
+  Solution solution;
+  solution.status = Status::kOptimal;
+  solution.activities = {{0, 3.0}, {1, 1.0}};
+  solution.duals = {1.5, 0.5};
+  return solution;
 }
 
-std::string complaint(const Answer &answer) {
-  return checkOptimal(program(), answer);
+std::string complaint(const Solution &solution) {
+  return checkOptimal(program(), solution);
 }
 
 TEST(SolutionCheck, PassesTheOptimum) {
@@ -39,45 +39,45 @@ TEST(SolutionCheck, PassesTheOptimum) {
 }
 
 TEST(SolutionCheck, FindsARowThatIsNotCovered) {
-  Answer answer = right();
-  answer.activities = {{0, 3.0}, {1, 0.9}};
-  EXPECT_THAT(complaint(answer), HasSubstr("row 0 is"));
+  Solution solution = right();
+  solution.activities = {{0, 3.0}, {1, 0.9}};
+  EXPECT_THAT(complaint(solution), HasSubstr("row 0 is"));
 }
 
 TEST(SolutionCheck, FindsAColumnOutOfItsBounds) {
-  Answer answer = right();
-  answer.activities = {{0, 4.0}, {1, 1.0}, {2, -1.0}};
-  EXPECT_THAT(complaint(answer), HasSubstr("column 2 is -1"));
+  Solution solution = right();
+  solution.activities = {{0, 4.0}, {1, 1.0}, {2, -1.0}};
+  EXPECT_THAT(complaint(solution), HasSubstr("column 2 is -1"));
 }
 
 TEST(SolutionCheck, FindsAPriceOnASlackRow) {
-  Answer answer = right();
-  answer.activities = {{0, 6.0}};
-  EXPECT_THAT(complaint(answer), HasSubstr("row 0 is 6"));
+  Solution solution = right();
+  solution.activities = {{0, 6.0}};
+  EXPECT_THAT(complaint(solution), HasSubstr("row 0 is 6"));
 }
 
 TEST(SolutionCheck, FindsANegativePrice) {
-  Answer answer = right();
-  answer.duals = {2.5, -0.5};
-  EXPECT_THAT(complaint(answer), HasSubstr("at a price of -0.5"));
+  Solution solution = right();
+  solution.duals = {2.5, -0.5};
+  EXPECT_THAT(complaint(solution), HasSubstr("at a price of -0.5"));
 }
 
 TEST(SolutionCheck, FindsANegativeReducedCost) {
-  Answer answer = right();
-  answer.duals = {1.5, 0.6};
-  EXPECT_THAT(complaint(answer), HasSubstr("column 0 is 3"));
+  Solution solution = right();
+  solution.duals = {1.5, 0.6};
+  EXPECT_THAT(complaint(solution), HasSubstr("column 0 is 3"));
 }
 
 TEST(SolutionCheck, FindsAReducedCostOnAColumnInUse) {
-  Answer answer = right();
-  answer.duals = {1.5, 0.4};
-  EXPECT_THAT(complaint(answer), HasSubstr("column 0 is 3"));
+  Solution solution = right();
+  solution.duals = {1.5, 0.4};
+  EXPECT_THAT(complaint(solution), HasSubstr("column 0 is 3"));
 }
 
 TEST(SolutionCheck, FindsObjectivesThatDiffer) {
-  Answer answer = right();
-  answer.activities = {{0, 3.0 + 1e-7}, {1, 1.0}};
-  EXPECT_THAT(complaint(answer), HasSubstr("objective"));
+  Solution solution = right();
+  solution.activities = {{0, 3.0 + 1e-7}, {1, 1.0}};
+  EXPECT_THAT(complaint(solution), HasSubstr("objective"));
 }
 
 TEST(SolutionCheck, FindsAnAnswerThatIsNoVertex) {
@@ -87,28 +87,22 @@ TEST(SolutionCheck, FindsAnAnswerThatIsNoVertex) {
                                          .rhs = {2},
                                          .lower = {0, 0},
                                          .upper = {1e20, 1e20}});
-  Answer answer;
-  answer.status = Status::kOptimal;
-  answer.duals = {1.0};
-  answer.activities = {{0, 2.0}};
-  EXPECT_EQ(checkOptimal(twins, answer), "");
-  answer.activities = {{0, 1.0}, {1, 1.0}};
-  EXPECT_THAT(checkOptimal(twins, answer), HasSubstr("2 columns between their bounds"));
+  Solution solution;
+  solution.status = Status::kOptimal;
+  solution.duals = {1.0};
+  solution.activities = {{0, 2.0}};
+  EXPECT_EQ(checkOptimal(twins, solution), "");
+  solution.activities = {{0, 1.0}, {1, 1.0}};
+  EXPECT_THAT(checkOptimal(twins, solution), HasSubstr("2 columns between their bounds"));
 }
 
 TEST(SolutionCheck, FindsAnAnswerOfAnotherProgram) {
-  Answer answer = right();
-  answer.duals = {1.0};
-  EXPECT_NE(complaint(answer), "");
-  answer = right();
-  answer.activities = {{3, 1.0}};
-  EXPECT_NE(complaint(answer), "");
-}
-
-TEST(SolutionCheck, FindsAWrongStatus) {
-  Answer answer;
-  answer.status = Status::kInfeasible;
-  EXPECT_THAT(checkAnswer(program(), answer), HasSubstr("status 3, but CLP says 1"));
+  Solution solution = right();
+  solution.duals = {1.0};
+  EXPECT_NE(complaint(solution), "");
+  solution = right();
+  solution.activities = {{3, 1.0}};
+  EXPECT_NE(complaint(solution), "");
 }
 
 }  // namespace

@@ -6,10 +6,7 @@
 #include <sstream>
 #include <vector>
 
-#include "solver/plain_solver.h"
-#include "solver/trivial_lp.h"
-
-namespace corvane::lp {
+namespace corvane::lp::testing {
 
 namespace {
 
@@ -27,9 +24,9 @@ constexpr double kRounding = 1e-14;
 
 class Check {
  public:
-  Check(const LinearProgram &lp, const Answer &answer)
+  Check(const LinearProgram &lp, const Solution &solution)
       : lp_(lp),
-        answer_(answer),
+        solution_(solution),
         x_(static_cast<std::size_t>(lp.columns()), 0.0),
         activity_(static_cast<std::size_t>(lp.rows()), 0.0),
         reduced_(static_cast<std::size_t>(lp.columns()), 0.0) {}
@@ -48,21 +45,21 @@ class Check {
 
  private:
   bool shapeIsRight() {
-    bool fits = answer_.duals.size() == static_cast<std::size_t>(lp_.rows());
+    bool fits = solution_.duals.size() == static_cast<std::size_t>(lp_.rows());
     int last = -1;
-    for (const auto &[column, value] : answer_.activities) {
+    for (const auto &[column, value] : solution_.activities) {
       fits = fits && column > last && column < lp_.columns() && std::isfinite(value);
       last = column;
     }
     if (!fits) {
-      complain() << "the answer is not one of this program";
+      complain() << "the solution is not one of this program";
     }
     return fits;
   }
 
   void spread() {
     const ColumnPool &pool = lp_.pool();
-    for (const auto &[column, value] : answer_.activities) {
+    for (const auto &[column, value] : solution_.activities) {
       const auto j = static_cast<std::size_t>(column);
       x_[j] = value;
       for (auto k = static_cast<std::size_t>(pool.start[j]);
@@ -71,14 +68,14 @@ class Check {
       }
     }
     for (int j = 0; j < lp_.columns(); ++j) {
-      reduced_[static_cast<std::size_t>(j)] = reducedCost(pool, j, answer_.duals.data());
+      reduced_[static_cast<std::size_t>(j)] = reducedCost(pool, j, solution_.duals.data());
     }
   }
 
   // `value` between its bounds, and at that one which a positive or negative price belongs to.
   void within(const char *what, std::size_t index, double value, double lower, double upper,
               double price) {
-    const double room = tolerance(lp_.largestBound());
+    const double room = tolerance(lp_.largestDemand());
     if (!(value >= lower - room && value <= upper + room)) {
       complain() << what << ' ' << index << " is " << value << ", outside " << lower << " .. "
                  << upper;
@@ -93,7 +90,7 @@ class Check {
 
   void rows() {
     for (std::size_t i = 0; i < activity_.size(); ++i) {
-      within("row", i, activity_[i], lp_.rowLower()[i], lp_.rowUpper()[i], answer_.duals[i]);
+      within("row", i, activity_[i], lp_.rowLower()[i], lp_.rowUpper()[i], solution_.duals[i]);
     }
   }
 
@@ -130,7 +127,7 @@ class Check {
       size += std::fabs(term);
     };
     for (std::size_t i = 0; i < activity_.size(); ++i) {
-      add(boundValue(answer_.duals[i], lp_.rowLower()[i], lp_.rowUpper()[i]));
+      add(boundValue(solution_.duals[i], lp_.rowLower()[i], lp_.rowUpper()[i]));
     }
     for (std::size_t j = 0; j < x_.size(); ++j) {
       add(boundValue(reduced_[j], lp_.pool().lower[j], lp_.pool().upper[j]));
@@ -142,7 +139,7 @@ class Check {
     }
     // Zero objectives are zero but for rounding.
     const double rounding =
-        kRounding * std::max(1.0, lp_.largestCost()) * std::max(1.0, lp_.largestBound());
+        kRounding * std::max(1.0, lp_.largestCost()) * std::max(1.0, lp_.largestDemand());
     if (!(std::fabs(primal - dual) <= kObjective * size + rounding)) {
       complain() << "objective " << primal << " of the columns, " << dual << " of the rows";
     }
@@ -157,7 +154,7 @@ class Check {
   }
 
   const LinearProgram &lp_;
-  const Answer &answer_;
+  const Solution &solution_;
   std::vector<double> x_;
   std::vector<double> activity_;
   std::vector<double> reduced_;
@@ -166,31 +163,8 @@ class Check {
 
 }  // namespace
 
-double objectiveValue(const LinearProgram &lp, const Answer &answer) {
-  double sum = 0.0;
-  for (const auto &[column, x] : answer.activities) {
-    sum += lp.pool().cost[static_cast<std::size_t>(column)] * x;
-  }
-  return sum;
+std::string checkOptimal(const LinearProgram &lp, const Solution &solution) {
+  return Check(lp, solution).run();
 }
 
-std::string checkOptimal(const LinearProgram &lp, const Answer &answer) {
-  return Check(lp, answer).run();
-}
-
-std::string checkAnswer(const LinearProgram &lp, const Answer &answer) {
-  if (answer.status == Status::kOptimal) {
-    return checkOptimal(lp, answer);
-  }
-  if (solveTrivial(lp)) {
-    return {};
-  }
-  const Answer plain = PlainSolver().solve(lp, Method::kPrimal);
-  if (plain.status == answer.status) {
-    return {};
-  }
-  return "status " + std::to_string(static_cast<int>(answer.status)) + ", but CLP says " +
-         std::to_string(static_cast<int>(plain.status));
-}
-
-}  // namespace corvane::lp
+}  // namespace corvane::lp::testing
