@@ -6,6 +6,7 @@
 #include "core/progress.h"
 #include "network/network_reader.h"
 #include "plan/linear_solver.h"
+#include "plan/pattern_pool.h"
 #include "plan/plan_files.h"
 #include "plan/plan_screen.h"
 #include "plan/two_steps.h"
@@ -14,56 +15,96 @@ namespace corvane::plan {
 
 namespace {
 
+constexpr int kNoPlan = 1;
+
 class PlanRun {
  public:
   PlanRun(const PlanRequest &request, std::ostream &out, std::ostream &err)
       : request_(request), out_(out), err_(err) {}
 
   int run() {
+    read();
+    addPools();
+    return plan();
+  }
+
+ private:
+  void read() {
     progress_.show([] { return std::string("Reading the import file"); });
-    Network network = network::readNetworkFile(request_.importFile);
+    network_ = network::readNetworkFile(request_.importFile);
     lap("read");
-    PlanProblem problem = makeProblem(network, request_.problem);
+    problem_ = makeProblem(network_, request_.problem);
     lap("roles");
-    CompactLp lp(problem);
+  }
+
+  void addPools() {
+    for (const std::string &file : request_.poolFiles) {
+      progress_.show([&] { return "Reading " + file; });
+      const Network other = network::readNetworkFile(file);
+      const PoolReport report =
+          addPool(network_, problem_, other, makeProblem(other, request_.problem));
+      pooled_ += report.added;
+      if (report.foreign > 0) {
+        problem_.warnings.push_back(
+            {0, "pool-foreign",
+             std::to_string(report.foreign) + " patterns of " + file +
+                 " are of a cutter or width that this run does not have and are left out"});
+      }
+    }
+    lap("pool");
+  }
+
+  int plan() {
+    const CompactLp lp(problem_);
     LinearSolver solver(lp.model());
     lap("model");
-    TwoSteps steps(problem, lp, solver, {request_.timeLimit, {}});
     progress_.show([&] {
       return "Solving " + std::to_string(lp.model().rows()) + " rows and " +
              std::to_string(lp.model().columns()) + " columns";
     });
-    const LinearSolution solution = steps.solve();
+    const LinearSolution solution =
+        TwoSteps(problem_, lp, solver, {request_.timeLimit, {}}).solve();
     lap("solve");
     progress_.finish();
     if (solution.status != Status::kOptimal) {
       err_ << "corvane-plan: no plan was found"
            << (solution.status == Status::kStopped ? " within the time given" : "") << ".\n";
-      return 1;
+      return kNoPlan;
     }
     if (!request_.mpsFile.empty() && !solver.writeMps(request_.mpsFile, columnNames(lp), {})) {
-      err_ << "corvane-plan: " << request_.mpsFile << " cannot be written.\n";
-      return 1;
+      return cannotWrite(request_.mpsFile);
     }
+    PlanRecord record =
+        makeRecord(network_, problem_, readPlan(problem_, lp, solution.primal), recordOf(lp));
+    record.solver.lpUnmet = record.totals.unmetRolls;
+    record.solver.lpCost = record.totals.cost.total();
+    lap("check");
+    return tell(record);
+  }
+
+  SolverRecord recordOf(const CompactLp &lp) const {
     SolverRecord record;
     record.rows = lp.model().rows();
     record.columns = lp.model().columns();
     record.nonzeros = lp.model().start.back();
-    PlanRecord plan = makeRecord(network, problem, readPlan(problem, lp, solution.primal), record);
-    plan.solver.lpUnmet = plan.totals.unmetRolls;
-    plan.solver.lpCost = plan.totals.cost.total();
-    lap("check");
-    return tell(plan);
+    if (!request_.poolFiles.empty()) {
+      record.figures.emplace_back("pooled_patterns", pooled_);
+    }
+    return record;
   }
 
- private:
+  int cannotWrite(const std::string &file) {
+    err_ << "corvane-plan: " << file << " cannot be written.\n";
+    return kNoPlan;
+  }
+
   int tell(PlanRecord &plan) {
     if (!plan.faults.empty()) {
       err_ << "corvane-plan: the plan does not hold; this is a fault of the program:\n";
       for (const std::string &fault : plan.faults) {
         err_ << "  " << fault << '\n';
       }
-      return 1;
+      return kNoPlan;
     }
     if (request_.timings) {
       plan.solver.seconds = seconds_;
@@ -72,8 +113,7 @@ class PlanRun {
       printWarnings(plan, err_);
     }
     if (const std::string file = writePlanFiles(plan, request_.outputFolder); !file.empty()) {
-      err_ << "corvane-plan: " << file << " cannot be written.\n";
-      return 1;
+      return cannotWrite(file);
     }
     if (!request_.quiet) {
       printPlan(plan, request_.importFile, out_);
@@ -94,6 +134,9 @@ class PlanRun {
   std::ostream &out_;
   std::ostream &err_;
   ProgressLine progress_;
+  Network network_;
+  PlanProblem problem_;
+  int pooled_ = 0;
   Clock::time_point last_ = Clock::now();
   std::vector<std::pair<std::string, double>> seconds_;
 };
