@@ -24,6 +24,7 @@ set(installed_programs
   corvane
   corvane-check
   corvane-convert
+  corvane-report
 )
 
 # The solver library is the programs' own affair, so it lives in a folder of its own, and they find

@@ -92,6 +92,8 @@ InputFacts readInputFacts(const RunParameters &parameters, const std::filesystem
   readMachineFile(data, machines, file, log);
   readOrderFile(data, orders, file, log);
   forEachElement(data.cutters, [&](const corvane::Cutter &cutter) {
+    facts.cutters.push_back({cutter.location, cutter.name, cutter.grade, cutter.width,
+                             cutter.capacity, cutter.wasteCost});
     if (!facts.millOfMachine.contains(cutter.name)) {
       facts.millOfMachine.insert(cutter.name, cutter.location);
     }

@@ -99,7 +99,7 @@ struct Network {
 
 struct Finding {
   QString code;
-  QString severity;  // "error", "warning" or "info"
+  QString severity;  // "error", "warning" or "note"
   QString file;
   qint64 line = 0;  // 0: the file as a whole
   QString text;
@@ -171,6 +171,7 @@ struct Plan {
   double totalCost = 0;
   std::optional<double> boundCost;  // no plan of this network can cost less
   std::vector<Note> warnings;
+  std::vector<Note> advice;  // what would make the plan better; without lines
   std::vector<PaperBound> paperBounds;
   QStringList modes;
   std::vector<Reels> reels;
@@ -199,6 +200,7 @@ struct Record {
   Network network;
   bool wereInputsChecked = false;
   std::vector<Finding> findings;
+  qint64 findingsLeftOut = 0;  // beyond the most of a code that are listed
   std::optional<Plan> plan;
 };
 

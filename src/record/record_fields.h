@@ -164,6 +164,7 @@ void objectFields(Io &io, T &plan) {
   io("total_cost", plan.totalCost);
   io("bound_cost", plan.boundCost);
   io("warnings", plan.warnings);
+  io("advice", plan.advice);
   io("paper_bounds", plan.paperBounds);
   io("modes", plan.modes);
   io("reels", plan.reels);
@@ -193,6 +194,7 @@ void objectFields(Io &io, T &record) {
   io("network", record.network);
   io("inputs_checked", record.wereInputsChecked);
   io("findings", record.findings);
+  io("findings_left_out", record.findingsLeftOut);
   io("plan", record.plan);
 }
 

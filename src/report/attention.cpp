@@ -83,12 +83,14 @@ class AttentionList {
         std::max_element(reasons.begin(), reasons.end(),
                          [](const auto &a, const auto &b) { return a.second < b.second; });
     QString text = QStringLiteral("Together %1 inches. Why, for %2 of them: %3.")
-                       .arg(grouped(figures().unmet.inches, 0), plain(worst->second), worst->first);
+                       .arg(grouped(figures().unmet.inches, 0),
+                            plain(std::round(10 * worst->second) / 10), worst->first);
     if (reasons.size() > 1) {
       text += QStringLiteral(" The orders below tell the other reasons.");
     }
     add(Weight::kBad,
-        QStringLiteral("%1 short.").arg(count(figures().unmet.rolls, "roll is", "rolls are")),
+        QStringLiteral("%1 short.")
+            .arg(count(std::round(10 * figures().unmet.rolls) / 10, "roll is", "rolls are")),
         text);
   }
 
@@ -111,9 +113,10 @@ class AttentionList {
         QStringLiteral("Patterns were made for %1 % of the ordered inches.")
             .arg(grouped(100 * figures().seenInches / figures().ordered.inches, 1)),
         QStringLiteral(
-            "In %1 of %2 groups of a grade, a period and a width the order file has several "
-            "lines, and pattern generation sees the first one only (code CV402). Least of "
-            "it was seen in %3.")
+            "For %1 of %2 groups of a grade, a period and a width the order file has demands of "
+            "several quantities, and pattern generation sees the first one only (code CV402). "
+            "Least "
+            "was seen of %3.")
             .arg(grouped(figures().partlySeenGroups, 0), grouped(figures().demandGroups, 0),
                  leastSeen()));
   }
@@ -145,7 +148,11 @@ class AttentionList {
       add(errors > 0 ? Weight::kBad : Weight::kWarning,
           QStringLiteral("The input files have %1 and %2.")
               .arg(count(errors, "error", "errors"), count(warnings, "warning", "warnings")),
-          QStringLiteral("The record at the end of the page lists them with their lines."));
+          (record().findingsLeftOut > 0
+               ? QStringLiteral("%1 more are of the same codes. ")
+                     .arg(grouped(static_cast<double>(record().findingsLeftOut), 0))
+               : QString()) +
+              QStringLiteral("The record at the end of the page lists them with their lines."));
     }
   }
 

@@ -165,7 +165,8 @@
     return carrying.concat(network.arcs.filter((arc) => isOf(arc) && !carried.has(key(arc))));
   };
 
-  // Columns from left to right; in each the nodes in the order of what they take from.
+  // Columns from left to right; in each the nodes by grade, since nothing flows from one grade to
+  // another, and then in the order of what they take from.
   const spread = (network, arcs, width) => {
     const used = new Map();
     const boxOf = (node) => {
@@ -199,11 +200,13 @@
     const through = Math.max(...byColumn.map((column) =>
       column.reduce((sum, box) => sum + Math.max(box.into, box.out), 0)));
     const scale = through > 0 ? 0.45 * height / through : 0;
-    const step = byColumn.length > 1 ? (width - 230) / (byColumn.length - 1) : 0;
+    const step = byColumn.length > 1 ? (width - 270) / (byColumn.length - 1) : 0;
     byColumn.forEach((column, index) => {
       const rank = (box) => (box.weight > 0 ? box.rank / box.weight : box.node * 1e-6);
       const isWaste = (box) => network.nodes[box.node].kind === "waste";
-      column.sort((a, b) => isWaste(a) - isWaste(b) || rank(a) - rank(b) || a.node - b.node);
+      const gradeOf = (box) => network.grades.indexOf(network.nodes[box.node].grade);
+      column.sort((a, b) => gradeOf(a) - gradeOf(b) || isWaste(a) - isWaste(b) ||
+        rank(a) - rank(b) || a.node - b.node);
       const tall = column.reduce((sum, box) => sum + scale * Math.max(box.into, box.out), 0);
       const gap = (height - 30 - tall) / Math.max(1, column.length);
       let y = 15 + gap / 2;
@@ -221,7 +224,7 @@
         }
       }
     });
-    return {used, height, scale};
+    return {used, height, scale, step};
   };
 
   const colorsOf = () => {
@@ -264,7 +267,9 @@
       const node = network.nodes[box.node];
       context.fillStyle = node.kind === "waste" ? colors.trim : colors.ink;
       context.fillRect(box.x - 2, box.y - 0.75, 4, Math.max(1.5, box.tall + 1.5));
-      if (box.gap >= 12) {
+      // A name that would run into the next column is left out.
+      const isLast = box.x + layout.step > width - 100;
+      if (box.gap >= 12 && (isLast || context.measureText(node.name).width < layout.step - 14)) {
         const isFirst = node.kind === "machine";
         context.fillStyle = colors.ink;
         context.textAlign = isFirst ? "right" : "left";

@@ -68,7 +68,8 @@ class PatternPicture {
 QString rollsText(const record::Pattern &pattern) {
   QStringList parts;
   for (const auto &[width, count] : pattern.rolls) {
-    parts << QStringLiteral("%1 × %2").arg(count).arg(plain(width));
+    // Does not break within.
+    parts << QStringLiteral("%1\u00a0×\u00a0%2").arg(count).arg(plain(width));
   }
   return parts.join(QLatin1String(", "));
 }
@@ -83,7 +84,7 @@ std::vector<Column> columnsOf(const Subject &subject) {
   if (subject.hasPlan()) {
     columns.push_back({QStringLiteral("Reels")});
     for (const QString &period : subject.record.periods) {
-      columns.push_back({QStringLiteral("P ") + period});
+      columns.push_back({QStringLiteral("P\u00a0") + period});
     }
   } else {
     columns.resize(4);  // unweighted, trim misleads

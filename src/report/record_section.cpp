@@ -88,13 +88,28 @@ Table fileTable(const record::Record &record) {
   return table;
 }
 
+// In order, the best first as the planner has it.
+Table adviceTable(const record::Plan &plan) {
+  Table table{"advice",
+              QStringLiteral("What would make the plan better"),
+              {{QStringLiteral("Kind"), false}, {QStringLiteral("What"), false}},
+              {},
+              {},
+              Table::Use::kInOrder};
+  for (const record::Note &note : plan.advice) {
+    table.rows.push_back({{Cell::ofText(note.kind), Cell::ofText(note.text)}});
+  }
+  return table;
+}
+
 }  // namespace
 
 std::vector<Table> recordTables(const Subject &subject) {
   const record::Record &record = subject.record;
   std::vector<Table> tables{findingTable(record), messageTable(record)};
   if (subject.hasPlan()) {
-    tables.insert(tables.begin() + 1, warningTable(*record.plan));
+    tables.insert(tables.begin(), adviceTable(*record.plan));
+    tables.insert(tables.begin() + 2, warningTable(*record.plan));
   }
   std::erase_if(tables, [](const Table &table) { return table.rows.empty(); });
   tables.push_back(parameterTable(record));

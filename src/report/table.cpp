@@ -1,5 +1,6 @@
 #include "report/table.h"
 
+#include <cmath>
 #include <ostream>
 
 #include "formats/csv_writer.h"
@@ -80,6 +81,14 @@ Cell Cell::ofNumber(double number, int decimals) {
 
 Cell Cell::ofCount(double number, int decimals) {
   return number == 0 ? Cell() : ofNumber(number, decimals);
+}
+
+Cell Cell::ofRolls(double number) {
+  return numberCell(number, plain(std::round(10 * number) / 10));
+}
+
+Cell Cell::ofRollsIfAny(double number) {
+  return number == 0 ? Cell() : ofRolls(number);
 }
 
 Cell Cell::ofWidth(double number) {

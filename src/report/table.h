@@ -22,6 +22,9 @@ struct Cell {
   static Cell ofNumber(double number, int decimals);
   // Empty for 0: where most are 0, the others are seen.
   static Cell ofCount(double number, int decimals);
+  // To a tenth, whole numbers without decimals; empty for 0 where that is asked for.
+  static Cell ofRolls(double number);
+  static Cell ofRollsIfAny(double number);
   // With as many decimals as it has.
   static Cell ofWidth(double number);
   static Cell ofChange(double number, int decimals);

@@ -33,10 +33,10 @@ class WidthColumns {
   Row row(const QString &grade, const Cell &width, const WidthFigures &rolls) const {
     Row row{{Cell::ofText(grade), width, Cell::ofNumber(rolls.ordered, 0)}};
     if (hasPlan_) {
-      row.cells.push_back(Cell::ofNumber(rolls.made, 1));
-      row.cells.push_back(Cell::ofNumber(rolls.delivered, 1));
-      row.cells.push_back(Cell::ofCount(rolls.unmet, 1).as("bad"));
-      row.cells.push_back(Cell::ofCount(rolls.surplus, 1));
+      row.cells.push_back(Cell::ofRolls(rolls.made));
+      row.cells.push_back(Cell::ofRolls(rolls.delivered));
+      row.cells.push_back(Cell::ofRollsIfAny(rolls.unmet).as("bad"));
+      row.cells.push_back(Cell::ofRollsIfAny(rolls.surplus));
     }
     if (hasSeen_) {
       row.cells.push_back(Cell::ofNumber(rolls.seen, 0));
@@ -97,8 +97,8 @@ Table shortOrders(const Subject &subject) {
       table.rows.push_back(
           {{Cell::ofText(order.customer), Cell::ofText(order.grade), Cell::ofWidth(order.width),
             Cell::ofText(subject.record.periods[delivery.period]),
-            Cell::ofNumber(delivery.delivered + delivery.unmet, 0),
-            Cell::ofNumber(delivery.unmet, 1).as("bad"), Cell::ofText(delivery.reason)}});
+            Cell::ofRolls(delivery.delivered + delivery.unmet),
+            Cell::ofRolls(delivery.unmet).as("bad"), Cell::ofText(delivery.reason)}});
     }
   }
   return table;
@@ -140,7 +140,7 @@ Table laneTable(const Subject &subject) {
   const auto row = [](const QString &mode, const QString &from, const QString &customer,
                       const Freight &freight) {
     return Row{{Cell::ofText(mode), Cell::ofText(from), Cell::ofText(customer),
-                Cell::ofNumber(freight.rolls, 1), Cell::ofNumber(freight.inches, 0),
+                Cell::ofRolls(freight.rolls), Cell::ofNumber(freight.inches, 0),
                 Cell::ofNumber(freight.cost, 0),
                 freight.rolls > 0 ? Cell::ofNumber(freight.cost / freight.rolls, 2) : Cell()}};
   };

@@ -54,7 +54,7 @@ TEST(Attention, WhatIsShortComesFirstWithItsReason) {
 TEST(Attention, TellsHowMuchOfTheDemandGenerationSaw) {
   EXPECT_THAT(
       PointsOf(record::exampleRecord()),
-      Contains(AllOf(StartsWith("Patterns were made for 88.5 %"), HasSubstr("1 of 6 groups"),
+      Contains(AllOf(StartsWith("Patterns were made for 88.5 %"), HasSubstr("For 1 of 6 groups"),
                      HasSubstr("CV402"), HasSubstr("B, period 1: 25.0 %"))));
 }
 

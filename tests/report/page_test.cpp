@@ -110,21 +110,21 @@ TEST(Page, WithoutAPlanNoTrimFigureIsShown) {
   EXPECT_THAT(text, Not(HasSubstr("trim of")));
   EXPECT_THAT(text, Not(HasSubstr(" %<")));
   EXPECT_THAT(text, HasSubstr("corvane-plan makes a plan"));
-  EXPECT_THAT(text, HasSubstr("2 × 40, 1 × 20"));
+  EXPECT_THAT(text, HasSubstr("2 × 40, 1 × 20"));
 }
 
 TEST(Page, UsedOnlyLeavesOutTheOtherPatternsButNotInTheRecord) {
   const std::string all = PageOf(record::exampleRecord());
   const std::string used = PageOf(record::exampleRecord(), {true, nullptr});
-  EXPECT_THAT(all, HasSubstr("<td class=t>1 × 40<"));
-  EXPECT_THAT(used, Not(HasSubstr("<td class=t>1 × 40<")));
+  EXPECT_THAT(all, HasSubstr("<td class=t>1 × 40<"));
+  EXPECT_THAT(used, Not(HasSubstr("<td class=t>1 × 40<")));
   EXPECT_THAT(used, HasSubstr("A_Pattern_2_W1_100"));
 }
 
 TEST(Page, UsedPatternsComeFirstThoseWithMostReelsAtTheTop) {
   const std::string html = PageOf(record::exampleRecord());
-  const std::size_t first = html.find("<td class=t>2 × 40, 1 × 20<");
-  const std::size_t second = html.find("<td class=t>3 × 30<");
+  const std::size_t first = html.find("<td class=t>2 × 40, 1 × 20<");
+  const std::size_t second = html.find("<td class=t>3 × 30<");
   const std::size_t unused = html.find("<tr class=u>");
   EXPECT_LT(first, second);
   EXPECT_LT(second, unused);

@@ -1,0 +1,154 @@
+#include "report/make_report.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <fstream>
+#include <ostream>
+
+#include "core/files.h"
+#include "core/text.h"
+#include "record/read_run.h"
+#include "record/record_reader.h"
+#include "record/record_writer.h"
+#include "report/page.h"
+
+namespace corvane::report {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kFailed = 1;
+
+fs::path pathOf(const QString &name) {
+  return fs::path(utf8(name));
+}
+
+// Something that keeps the report from being made, as a sentence.
+struct Fault {
+  QString text;
+};
+
+QByteArray bytesOf(const QString &name) {
+  QFile file(name);
+  if (!QFileInfo(name).isFile() || !file.open(QIODevice::ReadOnly)) {
+    throw Fault{QStringLiteral("%1 cannot be read.").arg(name)};
+  }
+  return file.readAll();
+}
+
+void write(const QString &name, const QByteArray &bytes) {
+  QFile file(name);
+  if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush()) {
+    throw Fault{QStringLiteral("%1 cannot be written.").arg(name)};
+  }
+}
+
+// A run by its folder, its record or a page of it.
+record::Record load(const QString &name, const QString &plan, const QString &version) {
+  QString fault;
+  std::optional<record::Record> record;
+  if (QFileInfo(name).isDir()) {
+    record = record::readRun({pathOf(name), pathOf(plan)}, version, fault);
+  } else {
+    const QByteArray bytes = bytesOf(name);
+    record = record::fromJson(recordIn(bytes).value_or(bytes), fault);
+    fault = QStringLiteral("%1 is no run record and no page with one: %2.").arg(name, fault);
+  }
+  if (!record) {
+    throw Fault{fault};
+  }
+  return *std::move(record);
+}
+
+// Beside the import file of a folder, or beside the record.
+QString defaultOutput(const QString &subject) {
+  const fs::path beside =
+      QFileInfo(subject).isDir() ? record::importFileOf(pathOf(subject)) : pathOf(subject);
+  return QString::fromStdString((beside.parent_path() / "report.html").lexically_normal().string());
+}
+
+void writeTables(const QString &folder, const std::vector<Table> &tables) {
+  if (!QDir().mkpath(folder)) {
+    throw Fault{QStringLiteral("The folder %1 cannot be made.").arg(folder)};
+  }
+  for (const Table &table : tables) {
+    const fs::path path = pathOf(folder) / (table.id.toStdString() + ".csv");
+    std::ofstream file(path, std::ios::binary);
+    writeCsv(table, file);
+    file.close();
+    if (!file) {
+      throw Fault{
+          QStringLiteral("%1 cannot be written.").arg(QString::fromStdString(path.string()))};
+    }
+  }
+}
+
+void refuseToOverwrite(const QString &output, const QString &input) {
+  if (!input.isEmpty() && areOneFile(utf8(output), utf8(input))) {
+    throw Fault{QStringLiteral("%1 is read, so it cannot be written too.").arg(output)};
+  }
+}
+
+void make(const Request &request, const QString &version, std::ostream &out) {
+  const QString subject = request.subject.isEmpty() ? QStringLiteral(".") : request.subject;
+  const QString output = request.output.isEmpty() ? defaultOutput(subject) : request.output;
+  refuseToOverwrite(output, subject);
+  refuseToOverwrite(output, request.with);
+  refuseToOverwrite(output, request.plan);
+  const record::Record record = load(subject, request.plan, version);
+  std::optional<record::Record> other;
+  if (!request.with.isEmpty()) {
+    other = load(request.with, QString(), version);
+  }
+  const PageOptions options{request.usedOnly, other ? &*other : nullptr};
+  write(output, page(record, options));
+  if (!request.record.isEmpty()) {
+    write(request.record, record::toJson(record));
+  }
+  if (!request.csv.isEmpty()) {
+    writeTables(request.csv, allTables(record, options));
+  }
+  out << "Report: " << utf8(output) << std::endl;
+  if (!record.plan) {
+    out << "There is no plan yet, so no trim is shown: corvane-plan makes one." << std::endl;
+  }
+}
+
+int tell(const Fault &fault, std::ostream &err) {
+  err << "corvane-report: " << utf8(fault.text) << std::endl;
+  return kFailed;
+}
+
+}  // namespace
+
+int makeReport(const Request &request, const QString &version, std::ostream &out,
+               std::ostream &err) {
+  try {
+    make(request, version, out);
+    return 0;
+  } catch (const Fault &fault) {
+    return tell(fault, err);
+  }
+}
+
+int extractRecord(const QString &page, const QString &file, std::ostream &out, std::ostream &err) {
+  try {
+    const std::optional<QByteArray> record = recordIn(bytesOf(page));
+    if (!record) {
+      throw Fault{QStringLiteral("There is no run record in %1.").arg(page)};
+    }
+    if (!file.isEmpty()) {
+      refuseToOverwrite(file, page);
+      write(file, *record);
+      return 0;
+    }
+    out.write(record->constData(), record->size()).flush();
+    return out ? 0 : kFailed;
+  } catch (const Fault &fault) {
+    return tell(fault, err);
+  }
+}
+
+}  // namespace corvane::report
