@@ -13,10 +13,20 @@ if [ $# -eq 0 ]; then
     set -- "$@" "$(basename "$(dirname "$data")")"
   done
 fi
+# All that is needed, before the first file is written anew.
+for needed in scenario_runner corvane corvane_scripted; do
+  [ -x "$build/bin/$needed" ] || {
+    echo "no $needed in $build/bin; build it first:" >&2
+    echo "  cmake --build $build --target scenario_runner corvane corvane_scripted check_import" >&2
+    exit 2
+  }
+done
+for claim in "$@"; do
+  [ -d "$here/$claim/data" ] || { echo "no scenario $claim" >&2; exit 2; }
+done
 checker="$build/bin/check_import"
 [ -x "$checker" ] || checker=""
 for claim in "$@"; do
-  [ -d "$here/$claim/data" ] || { echo "no scenario $claim" >&2; exit 2; }
   program=corvane_scripted
   [ ! -e "$here/$claim/program" ] || program=corvane
   "$build/bin/scenario_runner" "$here/$claim" "$build/tests/scenarios/$claim" \
