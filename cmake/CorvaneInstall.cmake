@@ -24,6 +24,7 @@ set(installed_programs
   corvane
   corvane-check
   corvane-convert
+  corvane-plan
   corvane-report
 )
 
