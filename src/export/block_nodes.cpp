@@ -10,12 +10,8 @@ namespace corvane {
 
 namespace {
 
-constexpr int kColumn = 910;
-constexpr quint32 kRowStep = 20;
-
-int columnOf(const ModelData &data) {
-  return kColumn + data.batchShift() + data.delayShift();
-}
+// The nodes of the orders all stand in one row; their blocks have rows of their own.
+constexpr quint32 kOrderNodeRow = 0;
 
 void writeDemandNode(ImportFile &file, const std::string &node, const std::string &coordinates,
                      const Order &order) {
@@ -24,13 +20,13 @@ void writeDemandNode(ImportFile &file, const std::string &node, const std::strin
             quoted(order.period));
 }
 
-void writeOrderBlocks(ModelData &data, ImportFile &file, const NameSet &orderSets) {
-  data.rows.block = 0;
+void writeOrderBlocks(const ModelData &data, ImportFile &file, const NameSet &orderSets) {
+  quint32 row = 0;
   forEachElement(orderSets.names(), [&](const QString &name) {
     const std::string set = utf8(name);
     file.line("blockset ", set);
-    writeBlockNode(file, set, columnOf(data), kRowStep * data.rows.block, "");
-    ++data.rows.block;
+    writeBlockNode(file, set, data.columns.order, kOrderRowStep * row, "");
+    ++row;
   });
 }
 
@@ -47,13 +43,16 @@ bool NameSet::insert(const QString &name) {
   return false;
 }
 
-void writeBlocks(ModelData &data, ImportFile &file, std::ostream &log) {
+double writeBlocks(const ModelData &data, ImportFile &file, std::ostream &log) {
   NameSet orderNodes(data.planning.comparators.name);
   NameSet orderSets(data.planning.comparators.name);
+  double totalDemand = 0;
+  quint32 delayRow = 0;
   forEachElement(data.planning.orders, [&](const Order &order) {
-    if (writeOrderStorage(data, file, order, orderNodes, orderSets, data.rows.block)) {
-      for (const Cutter *cutter : data.cuttersOf(order.grade)) {
-        writeOrderFreight(data, file, *cutter, order, log);
+    totalDemand += order.quantity * order.width;
+    if (writeOrderStorage(data, file, order, orderNodes, orderSets, kOrderNodeRow)) {
+      for (const Cutter *cutter : data.planning.cuttersOf(order.grade)) {
+        writeOrderFreight(data, file, *cutter, order, delayRow, log);
       }
     }
   });
@@ -65,21 +64,18 @@ void writeBlocks(ModelData &data, ImportFile &file, std::ostream &log) {
     }
   });
   writeOrderBlocks(data, file, orderSets);
+  return totalDemand;
 }
 
-bool writeOrderStorage(ModelData &data, ImportFile &file, const Order &order, NameSet &orderNodes,
-                       NameSet &orderSets, quint32 blockRow) {
-  data.totalDemand += order.quantity * order.width;
+bool writeOrderStorage(const ModelData &data, ImportFile &file, const Order &order,
+                       NameSet &orderNodes, NameSet &orderSets, quint32 blockRow) {
   const QString name = orderNodeName(order);
   const std::string node = utf8(name);
   if (!orderNodes.insert(name)) {
     writeDemandNode(file, node, "", order);
     return false;
   }
-  writeDemandNode(
-      file, node,
-      " <x> " + std::to_string(columnOf(data)) + " <y> " + std::to_string(kRowStep * blockRow),
-      order);
+  writeDemandNode(file, node, coordinatesAt(data.columns.order, kOrderRowStep * blockRow), order);
   file.line("addattach <node> ", node, " <commodity> \"DemandWidth", order.width, "\" <in> True");
   const QString set = orderSetName(order);
   orderSets.insert(set);

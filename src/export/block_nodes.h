@@ -35,11 +35,12 @@ class NameSet {
   skipList<QString> names_;
 };
 
-// The log takes the freight rates that are missing.
-void writeBlocks(ModelData &data, ImportFile &file, std::ostream &log);
+// The log takes the freight rates that are missing. Gives the demanded inches: quantity times width
+// of every order.
+double writeBlocks(const ModelData &data, ImportFile &file, std::ostream &log);
 
-// The demand of one order, which counts for the total demand; true when its node is new.
-bool writeOrderStorage(ModelData &data, ImportFile &file, const Order &order, NameSet &orderNodes,
-                       NameSet &orderSets, quint32 blockRow);
+// The demand of one order; true when its node is new.
+bool writeOrderStorage(const ModelData &data, ImportFile &file, const Order &order,
+                       NameSet &orderNodes, NameSet &orderSets, quint32 blockRow);
 
 }  // namespace corvane

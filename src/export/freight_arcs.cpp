@@ -11,8 +11,6 @@ namespace corvane {
 namespace {
 
 constexpr double kPoundsPerRate = 2000.0;
-constexpr int kDelayColumn = 910;
-constexpr quint32 kRowStep = 20;
 
 FreightRate rateKey(const Order &order, const Cutter &cutter, const QString &mode) {
   FreightRate key;
@@ -37,9 +35,8 @@ void writeArc(ImportFile &file, const std::string &width, const std::string &fro
 }
 
 void writeDelayNode(const ModelData &data, ImportFile &file, const Shipment &shipment,
-                    const std::string &delay, const FreightRate &rate, double cost) {
-  std::string coordinates = " <x> " + std::to_string(kDelayColumn + data.batchShift()) + " <y> " +
-                            std::to_string(kRowStep * data.rows.delay);
+                    const std::string &delay, const FreightRate &rate, double cost, quint32 row) {
+  std::string coordinates = coordinatesAt(data.columns.delay, kDelayRowStep * row);
   for (const std::string &period : data.periods) {
     file.line("addnode <type> \"Delay\" <name> ", delay, coordinates, " <periodstodelay> ",
               rate.delay, " <period> ", period);
@@ -53,8 +50,8 @@ void writeDelayNode(const ModelData &data, ImportFile &file, const Shipment &shi
 
 }  // namespace
 
-void writeOrderFreight(ModelData &data, ImportFile &file, const Cutter &cutter, const Order &order,
-                       std::ostream &log) {
+void writeOrderFreight(const ModelData &data, ImportFile &file, const Cutter &cutter,
+                       const Order &order, quint32 &delayRow, std::ostream &log) {
   if (!data.planning.isPlanned(order.grade) || cutter.grade != order.grade) {
     return;
   }
@@ -77,9 +74,9 @@ void writeOrderFreight(ModelData &data, ImportFile &file, const Cutter &cutter, 
   }
   while (const FreightRate *rate = rates.next()) {
     writeDelayNode(data, file, shipment, utf8(delayNodeName(*rate, order)), *rate,
-                   freightCost(data, cutter, order, rate->mode));
+                   freightCost(data, cutter, order, rate->mode), delayRow);
   }
-  ++data.rows.delay;
+  ++delayRow;
 }
 
 double freightCost(const ModelData &data, const Cutter &cutter, const Order &order,

@@ -24,8 +24,8 @@ namespace corvane {
 
 // One cutter and one order; writes nothing unless their grades agree. Without a freight rate for
 // customer and mill the log says so. Counts the delay row where delay nodes are written.
-void writeOrderFreight(ModelData &data, ImportFile &file, const Cutter &cutter, const Order &order,
-                       std::ostream &log);
+void writeOrderFreight(const ModelData &data, ImportFile &file, const Cutter &cutter,
+                       const Order &order, quint32 &delayRow, std::ostream &log);
 
 // The cost of shipping one roll of the order from the cutter's mill: the rate is per 2000 pounds. 0
 // when there is no rate for the mode.

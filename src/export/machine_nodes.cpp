@@ -8,13 +8,11 @@ namespace corvane {
 
 namespace {
 
-constexpr quint32 kRowStep = 50;
-constexpr quint32 kFirstRow = 210;
-
 void writeMachine(const ModelData &data, ImportFile &file, const std::string &machine, quint32 y) {
   bool first = true;
   for (const std::string &period : data.periods) {
-    const std::string coordinates = first ? " <x> 10 <y> " + std::to_string(y) : std::string();
+    const std::string coordinates =
+        first ? coordinatesAt(DrawingColumns::kMachine, y) : std::string();
     file.line("addnode <type> \"Machine\" <name> ", machine, coordinates, " <period> ", period,
               " <fixed> False <min> 0 <max> ", data.settings.daysPerPeriod,
               " <cost> 0 <overcost> +infinity");
@@ -45,13 +43,13 @@ void writeCutterNodes(const ModelData &data, ImportFile &file, const Cutter &cut
   }
   const std::string machine = utf8(machineNodeName(cutter));
   const std::string process = utf8(cutterWidthName(cutter));
-  const quint32 y = kRowStep * row + kFirstRow;
+  const quint32 y = kFirstMachineRow + kMachineRowStep * row;
   if (!machineWritten) {
     machineWritten = true;
     writeMachine(data, file, machine, y);
   }
-  file.line("addnode <type> \"Process\" <name> ", process, " <x> 180 <y> ", y, " <period> ",
-            data.periods.front());
+  file.line("addnode <type> \"Process\" <name> ", process,
+            coordinatesAt(DrawingColumns::kProcess, y), " <period> ", data.periods.front());
   file.line("addattach <node> ", process, " <commodity> \"Machine_Time\" <in> True");
   file.line("addattach <node> ", process, " <commodity> \"Deckle", cutter.width, "\" <quantity> ",
             cutter.capacity, " <in> False");

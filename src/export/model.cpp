@@ -11,21 +11,22 @@ namespace corvane {
 
 double writeModel(const PlanningData &planning, const PatternSets &patterns,
                   const ExportSettings &settings, std::ostream &out, std::ostream &log) {
-  ModelData data(planning, patterns, settings);
+  const ModelData data(planning, patterns, settings);
   ImportFile file(out);
   writeRoot(data, file);
   writeCommodities(data, file);
   writePeriods(data, file);
+  double totalDemand = 0;
   if (settings.patternsOnly) {
     writePatternNodes(data, file);
   } else {
     writeMachineNodes(data, file);
     writePatternNodes(data, file);
     writeStorageDemand(data, file);
-    writeBlocks(data, file, log);
+    totalDemand = writeBlocks(data, file, log);
   }
   writeTrailer(file);
-  return data.totalDemand;
+  return totalDemand;
 }
 
 }  // namespace corvane

@@ -7,10 +7,7 @@ namespace corvane {
 
 ModelData::ModelData(const PlanningData &thePlanning, const PatternSets &thePatterns,
                      const ExportSettings &theSettings)
-    : planning(thePlanning),
-      patterns(thePatterns),
-      settings(theSettings),
-      cutters_(cuttersByGrade(thePlanning)) {
+    : planning(thePlanning), patterns(thePatterns), settings(theSettings), columns(theSettings) {
   for (const QString &period : planning.periods) {
     periods.push_back(quoted(period));
   }
@@ -23,22 +20,6 @@ const PatternCompPattern *ModelData::patternSetOf(const Cutter &cutter) const {
     }
   }
   return nullptr;
-}
-
-const std::vector<const Cutter *> &ModelData::cuttersOf(const QString &grade) const {
-  static const std::vector<const Cutter *> none;
-  const auto cutters = cutters_.constFind(grade);
-  return cutters != cutters_.constEnd() ? *cutters : none;
-}
-
-const std::vector<double> &ModelData::demandWidthsOf(const QString &grade) {
-  auto widths = demandWidths_.find(grade);
-  if (widths == demandWidths_.end()) {
-    const GradeDemand *demand = planning.demand.find(grade);
-    widths = demandWidths_.insert(
-        grade, demand != nullptr ? distinctWidths(*demand) : std::vector<double>());
-  }
-  return *widths;
 }
 
 void forEachPlannedCutter(const ModelData &data, const std::function<void(const Cutter &)> &visit) {

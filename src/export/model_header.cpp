@@ -8,11 +8,10 @@ namespace {
 
 // Every demand width of the table once. The set orders them; it holds no numbers of its own, so
 // they are gathered here. Widths of one grade are told apart before they are searched in the set.
-std::vector<double> gatherDemandWidths(ModelData &data) {
+std::vector<double> gatherDemandWidths(const ModelData &data) {
   std::vector<double> widths;
   for (const GradeDemand &grade : data.planning.demand.grades) {
-    const std::vector<double> &ofGrade = data.demandWidthsOf(grade.grade);
-    widths.insert(widths.end(), ofGrade.begin(), ofGrade.end());
+    widths.insert(widths.end(), grade.widths.begin(), grade.widths.end());
   }
   return widths;
 }
@@ -20,7 +19,7 @@ std::vector<double> gatherDemandWidths(ModelData &data) {
 }  // namespace
 
 void writeRoot(const ModelData &data, ImportFile &file) {
-  if (data.settings.batch && !data.settings.patternsOnly) {
+  if (data.settings.hasBatchNodes()) {
     file.line(
         "addroot <CompressBlockNodes> True <batchSizeSolve> False <batchSizeTune> True "
         "<initialSolverAlgorithm> networkDualSolve <BatLP> dualSolve <batchSizePeriods> 1 "
@@ -35,7 +34,7 @@ void writeRoot(const ModelData &data, ImportFile &file) {
   }
 }
 
-void writeCommodities(ModelData &data, ImportFile &file) {
+void writeCommodities(const ModelData &data, ImportFile &file) {
   for (const double width : data.planning.cutterWidths) {
     file.line("addcommodity <name> \"Deckle", width, "\"");
   }

@@ -17,7 +17,7 @@ namespace corvane {
 //   # End of Corvane. import file.
 
 void writeRoot(const ModelData &data, ImportFile &file);
-void writeCommodities(ModelData &data, ImportFile &file);
+void writeCommodities(const ModelData &data, ImportFile &file);
 void writePeriods(const ModelData &data, ImportFile &file);
 void writeTrailer(ImportFile &file);
 

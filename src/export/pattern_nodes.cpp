@@ -8,8 +8,6 @@ namespace corvane {
 
 namespace {
 
-constexpr quint32 kRowStep = 20;
-constexpr int kColumn = 420;
 // A waste below this is noise of the subtractions.
 constexpr double kLeastWaste = 1e-8;
 
@@ -20,20 +18,19 @@ class PatternWriter {
                 const Cutter &cutter, int index)
       : data_(data),
         file_(file),
-        hasBatch_(data.settings.batch && !data.settings.patternsOnly),
+        hasBatch_(data.settings.hasBatchNodes()),
         deckle_("\"Deckle" + general(set.deckleWidth) + "\""),
         process_(utf8(cutterWidthName(cutter))),
         pattern_(utf8(patternNodeName(set, cutter, index))),
         batch_(hasBatch_ ? utf8(batchNodeName(set, cutter, index)) : std::string()) {}
 
-  void write(const Pattern &pattern) {
-    const quint32 y = kRowStep * data_.rows.batch;
+  void write(const Pattern &pattern, quint32 row) {
+    const quint32 y = kPatternRowStep * row;
     if (hasBatch_) {
       writeBatch(y);
     }
-    file_.line("addnode <type> \"Process\" <name> ", pattern_, " <x> ",
-               hasBatch_ ? kColumn + ModelData::kColumnShift : kColumn, " <y> ", y, " <period> ",
-               data_.periods.front());
+    file_.line("addnode <type> \"Process\" <name> ", pattern_,
+               coordinatesAt(data_.columns.pattern, y), " <period> ", data_.periods.front());
     file_.line("addattach <node> ", pattern_, " <commodity> ", deckle_, " <in> True <quantity> -1");
     writeYields(pattern);
     const double waste = pattern.trim < kLeastWaste ? 0 : pattern.trim;
@@ -47,8 +44,8 @@ class PatternWriter {
  private:
   void writeBatch(quint32 y) {
     for (const std::string &period : data_.periods) {
-      file_.line("addnode <type> \"Batch\" <name> ", batch_, " <singlePeriodSetups> True <x> ",
-                 kColumn, " <y> ", y,
+      file_.line("addnode <type> \"Batch\" <name> ", batch_, " <singlePeriodSetups> True",
+                 coordinatesAt(DrawingColumns::kBatch, y),
                  " <flow> 0 <fixed> False <minrunlength> 0 <batchsize> 1 <setup> 0 <period> ",
                  period);
     }
@@ -106,20 +103,21 @@ class PatternWriter {
 
 }  // namespace
 
-void writePatternNodes(ModelData &data, ImportFile &file) {
+void writePatternNodes(const ModelData &data, ImportFile &file) {
+  quint32 row = 0;
   forEachPlannedCutter(data,
-                       [&](const Cutter &cutter) { writeCutterPatterns(data, file, cutter); });
+                       [&](const Cutter &cutter) { writeCutterPatterns(data, file, cutter, row); });
 }
 
-void writeCutterPatterns(ModelData &data, ImportFile &file, const Cutter &cutter) {
+void writeCutterPatterns(const ModelData &data, ImportFile &file, const Cutter &cutter,
+                         quint32 &row) {
   const PatternCompPattern *set = data.patternSetOf(cutter);
   if (set == nullptr) {
     return;
   }
   int index = 0;
   forEachElement(*set->patterns, [&](const Pattern &pattern) {
-    PatternWriter(data, file, *set, cutter, index++).write(pattern);
-    ++data.rows.batch;
+    PatternWriter(data, file, *set, cutter, index++).write(pattern, row++);
   });
 }
 

@@ -24,9 +24,10 @@ namespace corvane {
 // there is one; the batch node is fed from the cutter then. A patterns-only model has neither batch
 // nodes nor arcs.
 
-void writePatternNodes(ModelData &data, ImportFile &file);
+void writePatternNodes(const ModelData &data, ImportFile &file);
 
-// The patterns of one cutter of a planned grade. Counts a row of the drawing for each.
-void writeCutterPatterns(ModelData &data, ImportFile &file, const Cutter &cutter);
+// The patterns of one cutter of a planned grade; counts a row for each.
+void writeCutterPatterns(const ModelData &data, ImportFile &file, const Cutter &cutter,
+                         quint32 &row);
 
 }  // namespace corvane

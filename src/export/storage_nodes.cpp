@@ -8,14 +8,9 @@ namespace corvane {
 
 namespace {
 
-constexpr int kColumn = 710;
-constexpr quint32 kNodeRowStep = 20;
-constexpr quint32 kBlockRowStep = 80;
-
 void writeStorageNode(const ModelData &data, ImportFile &file, const std::string &store,
                       quint32 y) {
-  std::string coordinates =
-      " <x> " + std::to_string(kColumn + data.batchShift()) + " <y> " + std::to_string(y);
+  std::string coordinates = coordinatesAt(data.columns.storage, y);
   for (const std::string &period : data.periods) {
     file.line("addnode <type> \"StorageDemand\" <name> ", store, coordinates,
               " <storagemax> 0 <period> ", period);
@@ -25,28 +20,28 @@ void writeStorageNode(const ModelData &data, ImportFile &file, const std::string
 
 }  // namespace
 
-void writeStorageDemand(ModelData &data, ImportFile &file) {
-  forEachPlannedCutter(data, [&](const Cutter &cutter) {
-    writeCutterStorage(data, file, cutter, data.rows.storage);
-  });
+void writeStorageDemand(const ModelData &data, ImportFile &file) {
+  quint32 row = 0;
+  forEachPlannedCutter(data,
+                       [&](const Cutter &cutter) { writeCutterStorage(data, file, cutter, row); });
   for (const QString &grade : data.planning.grades) {
-    writeWasteDemandNode(data, file, grade, data.rows.storage);
+    writeWasteDemandNode(data, file, grade, row);
   }
   forEachPlannedCutter(data, [&](const Cutter &cutter) { writeCutterArcs(data, file, cutter); });
 }
 
-void writeCutterStorage(ModelData &data, ImportFile &file, const Cutter &cutter,
+void writeCutterStorage(const ModelData &data, ImportFile &file, const Cutter &cutter,
                         quint32 &storageRow) {
   const std::string set = utf8(cutterSetName(cutter));
-  for (const double width : data.demandWidthsOf(cutter.grade)) {
+  for (const double width : data.planning.demandWidthsOf(cutter.grade)) {
     const std::string store = utf8(cutterValueName(cutter, width));
-    writeStorageNode(data, file, store, kNodeRowStep * storageRow);
+    writeStorageNode(data, file, store, kStorageRowStep * storageRow);
     file.line("addattach <node> ", store, " <commodity> \"DemandWidth", width, "\" <in> True");
     file.line("addattach <node> ", store, " <commodity> \"DemandWidth", width, "\" <in> False");
     file.line("addnodetoset ", set, " ", store);
   }
   file.line("blockset ", set);
-  writeBlockNode(file, set, kColumn + data.batchShift(), kBlockRowStep * storageRow,
+  writeBlockNode(file, set, data.columns.storage, kStorageBlockRowStep * storageRow,
                  data.periods.front());
   ++storageRow;
 }
@@ -54,8 +49,8 @@ void writeCutterStorage(ModelData &data, ImportFile &file, const Cutter &cutter,
 void writeBlockNode(ImportFile &file, const std::string &name, int x, quint32 y,
                     const std::string &period) {
   file.line("addnode <type> \"Block\" <name> ", name,
-            " <capMan> False <openAtStart> True <shutdownBenefit> 0 <startupCost> 0 <x> ", x,
-            " <y> ", y,
+            " <capMan> False <openAtStart> True <shutdownBenefit> 0 <startupCost> 0",
+            coordinatesAt(x, y),
             " <fixedCost> 0 <operational> Ignore <capManFixed> False <singlesource> False "
             "<sourcingChange> True <node> \"None\"",
             period.empty() ? "" : " <period> ", period);

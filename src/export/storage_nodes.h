@@ -18,10 +18,10 @@ namespace corvane {
 //           <startupCost> 0 <x> 710 <y> 0 <fixedCost> 0 <operational> Ignore <capManFixed> False
 //           <singlesource> False <sourcingChange> True <node> "None" <period> "1"
 
-void writeStorageDemand(ModelData &data, ImportFile &file);
+void writeStorageDemand(const ModelData &data, ImportFile &file);
 
 // One cutter of a planned grade; counts the storage row.
-void writeCutterStorage(ModelData &data, ImportFile &file, const Cutter &cutter,
+void writeCutterStorage(const ModelData &data, ImportFile &file, const Cutter &cutter,
                         quint32 &storageRow);
 
 // The line of a block node, for cutters and for orders; the period (quoted) may be empty.

@@ -8,9 +8,6 @@ namespace corvane {
 
 namespace {
 
-constexpr quint32 kRowStep = 80;
-constexpr int kColumn = 710;
-
 void writeWidthArcs(const ModelData &data, ImportFile &file, const Cutter &cutter,
                     const Pattern &pattern, const std::string &node) {
   double previous = 0.0;
@@ -31,9 +28,9 @@ void writeWidthArcs(const ModelData &data, ImportFile &file, const Cutter &cutte
 void writeWasteDemandNode(const ModelData &data, ImportFile &file, const QString &grade,
                           quint32 &storageRow) {
   const std::string node = wasteNodeName(grade);
-  file.line("addnode <type> \"Demand\" <name> ", node, " <x> ", kColumn + data.batchShift(),
-            " <y> ", kRowStep * storageRow, " <amount> 0 <fixed> False <period> ",
-            data.periods.front());
+  file.line("addnode <type> \"Demand\" <name> ", node,
+            coordinatesAt(data.columns.storage, kWasteRowStep * storageRow),
+            " <amount> 0 <fixed> False <period> ", data.periods.front());
   file.line("addattach <node> ", node, " <commodity> \"Waste\" <in> True");
   ++storageRow;
 }

@@ -84,7 +84,7 @@ void showProgress(const QString &grade, const QString &period, int patterns,
 
 void solveGrade(const GradeDemand &demand, const GenerationContext &context, LpSolver &solver) {
   const GradeSets &gradeSets = context.sets.ofGrade(demand.grade);
-  const std::vector<double> rowWidths = distinctWidths(demand);
+  const std::vector<double> &rowWidths = demand.widths;
   LpProblem lp = buildFinalLp(gradeSets, rowWidths, context.log);
   for (const QString &period : context.data.periods) {
     showProgress(demand.grade, period, lp.columns.count(), context.progress);

@@ -49,9 +49,9 @@ std::vector<double> createPatternSets(const QString &grade,
 void generateAllColumns(const GenerationContext &context) {
   const PlanningData &data = context.data;
   seedRandom(context.settings.seed, context.random, context.log);
-  const auto cutters = cuttersByGrade(data);
   for (const QString &grade : data.grades) {
-    const std::vector<double> deckleWidths = createPatternSets(grade, cutters[grade], context.sets);
+    const std::vector<double> deckleWidths =
+        createPatternSets(grade, data.cuttersOf(grade), context.sets);
     generateColumns(*data.demand.find(grade), deckleWidths, context);
   }
 }
@@ -59,9 +59,7 @@ void generateAllColumns(const GenerationContext &context) {
 void chooseAndReportPatterns(const GenerationContext &context) {
   const auto periodCount = static_cast<qint32>(context.data.periods.size());
   for (const QString &grade : context.data.grades) {
-    const GradeDemand *demand = context.data.demand.find(grade);
-    const std::vector<double> widths =
-        demand != nullptr ? distinctWidths(*demand) : std::vector<double>();
+    const std::vector<double> &widths = context.data.demandWidthsOf(grade);
     for (const PatternCompPattern *set : context.sets.ofGrade(grade)) {
       for (const RareWidth &rare :
            choosePatterns(*set, widths, periodCount, context.settings.occurMin)) {

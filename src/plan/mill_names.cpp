@@ -32,10 +32,10 @@ const Value &find(const std::unordered_map<std::string, Value> &values, const st
 
 MillNames::MillNames(const MillInputs &inputs) {
   const PatternSets none;
-  ModelData data(inputs.planning(), none, exportSettings(inputs.parameters()));
+  const ModelData data(inputs.planning(), none, exportSettings(inputs.parameters()));
   forEachPlannedCutter(data, [&](const corvane::Cutter &cutter) {
     deckles_.try_emplace(nodeName(cutterWidthName(cutter)), Deckle{cutter.grade, cutter.width});
-    for (const double width : data.demandWidthsOf(cutter.grade)) {
+    for (const double width : data.planning.demandWidthsOf(cutter.grade)) {
       widths_.try_emplace(nodeName(cutterValueName(cutter, width)), width);
     }
   });

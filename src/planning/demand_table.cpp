@@ -15,10 +15,19 @@ void appendWidths(const PeriodDemand &demand, std::vector<double> &widths) {
 
 }  // namespace
 
+void GradeDemand::gatherWidths() {
+  widths.clear();
+  for (const PeriodDemand &period : periods) {
+    appendWidths(period, widths);
+  }
+  std::sort(widths.begin(), widths.end(), std::greater<>());
+  widths.erase(std::unique(widths.begin(), widths.end()), widths.end());
+}
+
 PeriodDemand &DemandTable::addPeriod(const QString &grade, const QString &period) {
   GradeDemand *&entry = byGrade[grade];
   if (entry == nullptr) {
-    grades.append(GradeDemand{grade, {}, {}});
+    grades.append(GradeDemand{grade, {}, {}, {}});
     entry = &grades.last();
   }
   entry->periods.append(PeriodDemand{period, {}, {}});
@@ -30,16 +39,6 @@ PeriodDemand &DemandTable::addPeriod(const QString &grade, const QString &period
 std::vector<double> distinctWidths(const PeriodDemand &demand) {
   std::vector<double> widths;
   appendWidths(demand, widths);
-  return widths;
-}
-
-std::vector<double> distinctWidths(const GradeDemand &demand) {
-  std::vector<double> widths;
-  for (const PeriodDemand &period : demand.periods) {
-    appendWidths(period, widths);
-  }
-  std::sort(widths.begin(), widths.end(), std::greater<>());
-  widths.erase(std::unique(widths.begin(), widths.end()), widths.end());
   return widths;
 }
 

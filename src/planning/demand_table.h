@@ -27,6 +27,11 @@ struct GradeDemand {
   QString grade;
   QLinkedList<PeriodDemand> periods;
   QHash<QString, PeriodDemand *> byPeriod;
+  // The distinct widths of all periods (exact equality), widest first. Whoever fills the periods
+  // calls gatherWidths() at the end.
+  std::vector<double> widths;
+
+  void gatherWidths();
 
   // The entry of the period, or null.
   const PeriodDemand *find(const QString &period) const { return byPeriod.value(period); }
@@ -50,10 +55,8 @@ struct DemandTable {
   PeriodDemand &addPeriod(const QString &grade, const QString &period);
 };
 
-// The distinct widths (exact equality), widest first: of one period, and of all periods of a grade.
-// Their cost does not grow with the entries, only with the widths.
+// The distinct widths of one period (exact equality), widest first.
 std::vector<double> distinctWidths(const PeriodDemand &demand);
-std::vector<double> distinctWidths(const GradeDemand &demand);
 
 // The demand list of a period: each width once, with the quantity of its first entry, widest first.
 // Empty for null.

@@ -10,6 +10,7 @@
 #include "core/fatal.h"
 #include "core/messages.h"
 #include "core/numbers.h"
+#include "core/skip_list_cursor.h"
 #include "core/text.h"
 #include "core/text_file.h"
 
@@ -111,6 +112,10 @@ void readMachineFile(PlanningData &data, const QString &fileName, std::ifstream 
     endRun(log, "Error: Could not open machine data file.");
   }
   sortAscending(data.cutterWidths);
+  data.cuttersByGrade.clear();
+  forEachElement(data.cutters, [&](const Cutter &cutter) {
+    data.cuttersByGrade[cutter.grade].push_back(&cutter);
+  });
 }
 
 }  // namespace corvane

@@ -105,6 +105,9 @@ void OrderCollector::finish() {
        })) {
     finishSlot(slots_[number]);
   }
+  for (GradeDemand &grade : data_.demand.grades) {
+    grade.gatherWidths();
+  }
 }
 
 void OrderCollector::finishSlot(Slot &slot) {

@@ -31,11 +31,16 @@ bool PlanningData::isPlanned(const QString &grade) const {
   return names.search(grade, found) == skipList<QString>::kFound;
 }
 
-QHash<QString, std::vector<const Cutter *>> cuttersByGrade(const PlanningData &data) {
-  QHash<QString, std::vector<const Cutter *>> byGrade;
-  forEachElement(data.cutters,
-                 [&](const Cutter &cutter) { byGrade[cutter.grade].push_back(&cutter); });
-  return byGrade;
+const std::vector<const Cutter *> &PlanningData::cuttersOf(const QString &grade) const {
+  static const std::vector<const Cutter *> none;
+  const auto found = cuttersByGrade.constFind(grade);
+  return found != cuttersByGrade.constEnd() ? *found : none;
+}
+
+const std::vector<double> &PlanningData::demandWidthsOf(const QString &grade) const {
+  static const std::vector<double> none;
+  const GradeDemand *found = demand.find(grade);
+  return found != nullptr ? found->widths : none;
 }
 
 }  // namespace corvane

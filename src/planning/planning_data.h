@@ -38,6 +38,8 @@ struct PlanningData {
   // The grades by name, for look-ups; they are the texts of `grades`.
   skipList<QString> names;
   skipList<Cutter> cutters;
+  // The cutters of every grade, in the order of the cutter list.
+  QHash<QString, std::vector<const Cutter *>> cuttersByGrade;
   // The distinct deckle widths of all lines of the machine file, ascending, inches.
   QLinkedList<double> cutterWidths;
   // The widest cutter of each grade, inches.
@@ -50,9 +52,9 @@ struct PlanningData {
   skipList<FreightRate> freightRates;
 
   bool isPlanned(const QString &grade) const;
+  // Both are empty for a grade that is not there.
+  const std::vector<const Cutter *> &cuttersOf(const QString &grade) const;
+  const std::vector<double> &demandWidthsOf(const QString &grade) const;
 };
-
-// The cutters of every grade, in the order of the cutter list.
-QHash<QString, std::vector<const Cutter *>> cuttersByGrade(const PlanningData &data);
 
 }  // namespace corvane

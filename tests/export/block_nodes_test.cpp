@@ -20,11 +20,10 @@ class BlockNodes : public support::ModelTest {
   BlockNodes() { settings_.delay = false; }
 
   std::string blocks(Mill &mill) {
-    ModelData data(mill.data(), sets_, settings_);
-    const std::string text =
-        write(data, [this](ModelData &model, ImportFile &file) { writeBlocks(model, file, log_); });
-    totalDemand_ = data.totalDemand;
-    return text;
+    const ModelData data(mill.data(), sets_, settings_);
+    return write(data, [this](const ModelData &model, ImportFile &file) {
+      totalDemand_ = writeBlocks(model, file, log_);
+    });
   }
 
   static std::string block(const std::string &name, int x, int y) {
@@ -129,7 +128,7 @@ TEST_F(BlockNodes, OfNoOrdersAreNone) {
 // The row of an order block is that of the call, which is 0 during the orders' own pass.
 TEST_F(BlockNodes, OfAnOrderStandInTheGivenBlockRow) {
   Mill mill(kCutter, "1,Fine,30,7,Acme\n");
-  ModelData data(mill.data(), sets_, settings_);
+  const ModelData data(mill.data(), sets_, settings_);
   StrComp order;
   NameSet nodes(order);
   NameSet groups(order);
@@ -140,7 +139,7 @@ TEST_F(BlockNodes, OfAnOrderStandInTheGivenBlockRow) {
   key.quantity = 2;
   key.period = "1";
   const auto writeOrder = [&](bool isNew) {
-    return write(data, [&](ModelData &, ImportFile &file) {
+    return write(data, [&](const ModelData &, ImportFile &file) {
       EXPECT_EQ(writeOrderStorage(data, file, key, nodes, groups, 3), isNew);
     });
   };

@@ -21,13 +21,11 @@ class FreightArcs : public support::ModelTest {
   // The freight of the first order of Fine from the first cutter of a grade.
   std::string freight(const std::string &rates, const QString &cutterGrade = "Fine") {
     Mill mill(kCutters, kOrders, rates);
-    ModelData data(mill.data(), sets_, settings_);
-    data.rows.delay = row_;
-    const std::string text = write(data, [&](ModelData &, ImportFile &file) {
-      writeOrderFreight(data, file, *data.cuttersOf(cutterGrade).front(), fineOrder(data), log_);
+    const ModelData data(mill.data(), sets_, settings_);
+    return write(data, [&](const ModelData &, ImportFile &file) {
+      writeOrderFreight(data, file, *data.planning.cuttersOf(cutterGrade).front(), fineOrder(data),
+                        row_, log_);
     });
-    row_ = data.rows.delay;
-    return text;
   }
 
   static const Order &fineOrder(const ModelData &data) {
@@ -40,7 +38,7 @@ class FreightArcs : public support::ModelTest {
   double cost(const std::string &rates, const QString &mode) {
     Mill mill(kCutters, kOrders, rates);
     const ModelData data(mill.data(), sets_, settings_);
-    return freightCost(data, *data.cuttersOf("Fine").front(), fineOrder(data), mode);
+    return freightCost(data, *data.planning.cuttersOf("Fine").front(), fineOrder(data), mode);
   }
 
   static std::string arc(const std::string &from, const std::string &to, const char *period,
@@ -106,12 +104,13 @@ TEST_F(FreightArcs, FromACutterOfAnotherGradeAreMissingInSilence) {
 
 TEST_F(FreightArcs, OfAnOrderOfAnUnplannedGradeAreMissingInSilence) {
   Mill mill("North,W1,Bond,100,1,1,1\n", kOrders, "");
-  ModelData data(mill.data(), sets_, settings_);
+  const ModelData data(mill.data(), sets_, settings_);
   Order order;
   order.grade = "Bond";
   EXPECT_EQ(write(data,
-                  [&](ModelData &, ImportFile &file) {
-                    writeOrderFreight(data, file, *data.cuttersOf("Bond").front(), order, log_);
+                  [&](const ModelData &, ImportFile &file) {
+                    writeOrderFreight(data, file, *data.planning.cuttersOf("Bond").front(), order,
+                                      row_, log_);
                   }),
             "");
   EXPECT_EQ(log_.str(), "");
@@ -129,7 +128,8 @@ TEST_F(FreightArcs, AreCostedInTheOrderRateThenPoundsThenWidth) {
   Mill mill("North,W1,Fine,100,1,0.7,1\n", "1,Fine,30.1,7,Acme\n", "Acme,North,Rail,33.3,1\n");
   const ModelData data(mill.data(), sets_, settings_);
   const double literal = ((33.3 / 2000.0) * 0.7) * 30.1;
-  EXPECT_EQ(freightCost(data, *data.cuttersOf("Fine").front(), fineOrder(data), "Rail"), literal);
+  EXPECT_EQ(freightCost(data, *data.planning.cuttersOf("Fine").front(), fineOrder(data), "Rail"),
+            literal);
 }
 
 }  // namespace

@@ -16,7 +16,8 @@ class MachineNodes : public support::ModelTest {
  protected:
   std::string machines(const std::string &machines, const std::string &orders) {
     Mill mill(machines, orders);
-    return write(mill, [](ModelData &data, ImportFile &file) { writeMachineNodes(data, file); });
+    return write(mill,
+                 [](const ModelData &data, ImportFile &file) { writeMachineNodes(data, file); });
   }
 };
 
@@ -69,8 +70,8 @@ TEST_F(MachineNodes, OfACutterCountItsRowAndTellThatTheMachineStands) {
   Mill mill("N,W1,Fine,100,1,1,1\n", "1,Fine,30,1,Acme\n");
   quint32 row = 7;
   bool machineWritten = true;
-  const std::string text = write(mill, [&](ModelData &data, ImportFile &file) {
-    writeCutterNodes(data, file, *data.cuttersOf("Fine").front(), row, machineWritten);
+  const std::string text = write(mill, [&](const ModelData &data, ImportFile &file) {
+    writeCutterNodes(data, file, *data.planning.cuttersOf("Fine").front(), row, machineWritten);
   });
   EXPECT_EQ(row, 8U);
   EXPECT_THAT(text, Not(HasSubstr("\"Machine\"")));
@@ -82,8 +83,8 @@ TEST_F(MachineNodes, OfAnUnplannedCutterCountNoRow) {
   quint32 row = 7;
   bool machineWritten = false;
   EXPECT_EQ(write(mill,
-                  [&](ModelData &data, ImportFile &file) {
-                    writeCutterNodes(data, file, *data.cuttersOf("Fine").front(), row,
+                  [&](const ModelData &data, ImportFile &file) {
+                    writeCutterNodes(data, file, *data.planning.cuttersOf("Fine").front(), row,
                                      machineWritten);
                   }),
             "");

@@ -11,7 +11,6 @@ namespace {
 
 using support::Mill;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 class ModelDataOfAMill : public testing::Test {
  protected:
@@ -41,38 +40,12 @@ TEST_F(ModelDataOfAMill, FindsTheFirstSetOfGradeAndExactWidth) {
   EXPECT_EQ(data.patternSetOf(cutter), nullptr);
 }
 
-TEST_F(ModelDataOfAMill, KnowsTheCuttersOfAGradeInListOrder) {
-  const ModelData data(mill_.data(), sets_, settings_);
-  ASSERT_EQ(data.cuttersOf("Fine").size(), 2U);
-  EXPECT_EQ(data.cuttersOf("Fine")[0]->name, "W1");
-  EXPECT_EQ(data.cuttersOf("Fine")[1]->name, "W2");
-  EXPECT_THAT(data.cuttersOf("Card"), IsEmpty());
-}
-
-TEST_F(ModelDataOfAMill, KnowsTheDistinctWidthsOfAGradeWidestFirst) {
-  ModelData data(mill_.data(), sets_, settings_);
-  EXPECT_THAT(data.demandWidthsOf("Fine"), ElementsAre(60, 40));
-  EXPECT_THAT(data.demandWidthsOf("Fine"), ElementsAre(60, 40));
-  EXPECT_THAT(data.demandWidthsOf("Bond"), IsEmpty());
-}
-
 TEST_F(ModelDataOfAMill, VisitsCuttersOfPlannedGradesOnly) {
   const ModelData data(mill_.data(), sets_, settings_);
   std::vector<std::string> visited;
   forEachPlannedCutter(
       data, [&](const Cutter &cutter) { visited.push_back(utf8(cutter.name + cutter.grade)); });
   EXPECT_THAT(visited, ElementsAre("W1Fine", "W2Fine"));
-}
-
-TEST_F(ModelDataOfAMill, ShiftsColumnsBehindBatchesAndDelays) {
-  settings_.batch = false;
-  settings_.delay = false;
-  EXPECT_EQ(ModelData(mill_.data(), sets_, settings_).batchShift(), 0);
-  EXPECT_EQ(ModelData(mill_.data(), sets_, settings_).delayShift(), 0);
-  settings_.batch = true;
-  settings_.delay = true;
-  EXPECT_EQ(ModelData(mill_.data(), sets_, settings_).batchShift(), 290);
-  EXPECT_EQ(ModelData(mill_.data(), sets_, settings_).delayShift(), 290);
 }
 
 }  // namespace

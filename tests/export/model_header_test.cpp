@@ -26,17 +26,18 @@ class ModelHeader : public support::ModelTest {
     settings_.batch = batch;
     settings_.patternsOnly = patternsOnly;
     Mill mill("", "");
-    return write(mill, [](ModelData &data, ImportFile &file) { writeRoot(data, file); });
+    return write(mill, [](const ModelData &data, ImportFile &file) { writeRoot(data, file); });
   }
 
   std::string commodities(const std::string &machines, const std::string &orders) {
     Mill mill(machines, orders);
-    return write(mill, [](ModelData &data, ImportFile &file) { writeCommodities(data, file); });
+    return write(mill,
+                 [](const ModelData &data, ImportFile &file) { writeCommodities(data, file); });
   }
 
   std::string periods(const std::string &orders) {
     Mill mill("N,W,Fine,100,1,1,1\n", orders);
-    return write(mill, [](ModelData &data, ImportFile &file) { writePeriods(data, file); });
+    return write(mill, [](const ModelData &data, ImportFile &file) { writePeriods(data, file); });
   }
 };
 
@@ -115,7 +116,7 @@ TEST_F(ModelHeader, PeriodsStandInListOrder) {
 
 TEST_F(ModelHeader, TrailerKeepsItsFullStops) {
   Mill mill("", "");
-  EXPECT_EQ(write(mill, [](ModelData &, ImportFile &file) { writeTrailer(file); }),
+  EXPECT_EQ(write(mill, [](const ModelData &, ImportFile &file) { writeTrailer(file); }),
             "# End of Corvane. import file.\n");
 }
 

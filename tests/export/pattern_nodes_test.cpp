@@ -16,7 +16,8 @@ using testing::Not;
 class PatternNodes : public support::ModelTest {
  protected:
   std::string patterns(Mill &mill) {
-    return write(mill, [](ModelData &data, ImportFile &file) { writePatternNodes(data, file); });
+    return write(mill,
+                 [](const ModelData &data, ImportFile &file) { writePatternNodes(data, file); });
   }
 
   // One cutter Fine W1 of width 100, and the periods that have orders.

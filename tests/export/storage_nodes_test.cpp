@@ -16,14 +16,15 @@ using testing::Not;
 class StorageNodes : public support::ModelTest {
  protected:
   std::string storage(Mill &mill) {
-    return write(mill, [](ModelData &data, ImportFile &file) { writeStorageDemand(data, file); });
+    return write(mill,
+                 [](const ModelData &data, ImportFile &file) { writeStorageDemand(data, file); });
   }
 
   // The storage of the first cutter of the grade Fine, in the given row.
   std::string storageOfFine(Mill &mill, quint32 row) {
-    return write(mill, [row](ModelData &data, ImportFile &file) {
+    return write(mill, [row](const ModelData &data, ImportFile &file) {
       quint32 counted = row;
-      writeCutterStorage(data, file, *data.cuttersOf("Fine").front(), counted);
+      writeCutterStorage(data, file, *data.planning.cuttersOf("Fine").front(), counted);
       EXPECT_EQ(counted, row + 1);
     });
   }
@@ -87,7 +88,7 @@ TEST_F(StorageNodes, ComeBeforeTheWasteNodesAndTheseBeforeTheArcs) {
 
 TEST_F(StorageNodes, OfABlockWithoutAPeriodEndWithItsNode) {
   Mill mill("", "");
-  EXPECT_EQ(write(mill, [](ModelData &,
+  EXPECT_EQ(write(mill, [](const ModelData &,
                            ImportFile &file) { writeBlockNode(file, "\"B\"", 910, 40, ""); }),
             block("\"B\"", 910, 40) + "\n");
 }

@@ -18,7 +18,7 @@ class WasteNodes : public support::ModelTest {
  protected:
   std::string wasteOf(const QString &grade, quint32 &row) {
     Mill mill("N,W1,Fine,100,1,1,0.25\n", "1,Fine,30,1,Acme\n2,Fine,30,1,Acme\n");
-    return write(mill, [&](ModelData &data, ImportFile &file) {
+    return write(mill, [&](const ModelData &data, ImportFile &file) {
       writeWasteDemandNode(data, file, grade, row);
     });
   }
@@ -30,8 +30,8 @@ class WasteNodes : public support::ModelTest {
       orders += std::to_string(period) + ",Fine,30,1,Acme\n";
     }
     Mill mill("N,W1,Fine,100,1,1,0.25\n", orders);
-    return write(mill, [](ModelData &data, ImportFile &file) {
-      writeCutterArcs(data, file, *data.cuttersOf("Fine").front());
+    return write(mill, [](const ModelData &data, ImportFile &file) {
+      writeCutterArcs(data, file, *data.planning.cuttersOf("Fine").front());
     });
   }
 };
@@ -55,7 +55,7 @@ TEST_F(WasteNodes, OfTwoGradesStandInTheTwoRowsAfterTheStorageNodes) {
   Mill mill("N,W1,Fine,100,1,1,1\nN,W2,Board,100,1,1,1\nN,W3,Fine,100,1,1,1\n",
             "1,Fine,30,1,A\n1,Board,40,1,A\n");
   const std::string text =
-      write(mill, [](ModelData &data, ImportFile &file) { writeStorageDemand(data, file); });
+      write(mill, [](const ModelData &data, ImportFile &file) { writeStorageDemand(data, file); });
   EXPECT_THAT(text, HasSubstr("\"Board_Waste\" <x> 710 <y> 240 "));
   EXPECT_THAT(text, HasSubstr("\"Fine_Waste\" <x> 710 <y> 320 "));
 }

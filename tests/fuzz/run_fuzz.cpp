@@ -68,9 +68,8 @@ void keepToBudget(RunParameters &parameters) {
 bool isWithinBudget(const PlanningData &data) {
   return data.grades.size() * data.periods.size() <= kMostLps &&
          data.cutters.count() <= kMostSets &&
-         std::all_of(
-             data.demand.grades.cbegin(), data.demand.grades.cend(),
-             [](const GradeDemand &grade) { return distinctWidths(grade).size() <= kMostWidths; });
+         std::all_of(data.demand.grades.cbegin(), data.demand.grades.cend(),
+                     [](const GradeDemand &grade) { return grade.widths.size() <= kMostWidths; });
 }
 
 struct Outcome {

@@ -59,7 +59,7 @@ class ColumnGeneration : public testing::Test {
 
   void generateInto(Mill &mill, const QString &grade, std::ostream &log) {
     const std::vector<double> deckleWidths =
-        createPatternSets(grade, cuttersByGrade(mill.data())[grade], sets_);
+        createPatternSets(grade, mill.data().cuttersOf(grade), sets_);
     generateColumns(*mill.data().demand.find(grade), deckleWidths,
                     {mill.data(), settings_, sets_, random_, log, progress_});
   }
@@ -258,7 +258,7 @@ TEST_F(ColumnGeneration, ShowsGradePeriodIterationAndPatternsOnATerminal) {
   const support::StandardErrorOn redirected(terminal.file());
   Mill mill(kOneCutter, kTwoWidths);
   const std::vector<double> deckleWidths =
-      createPatternSets("Fine", cuttersByGrade(mill.data())["Fine"], sets_);
+      createPatternSets("Fine", mill.data().cuttersOf("Fine"), sets_);
   ProgressLine progress;
   std::this_thread::sleep_for(std::chrono::milliseconds(300));
   generateColumns(*mill.data().demand.find("Fine"), deckleWidths,

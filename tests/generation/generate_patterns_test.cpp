@@ -100,8 +100,8 @@ TEST_F(PatternGeneration, SortsTheDeckleWidthsOfAGradeAscendingButMakesTheirSets
       "N,W1,Fine,120.5,1,1,1\nN,W2,Fine,80,1,1,1\nN,W3,Fine,100,1,1,1\n"
       "N,W4,Fine,80,1,1,1\n",
       "");
-  const auto cutters = cuttersByGrade(mill.data());
-  EXPECT_THAT(createPatternSets("Fine", cutters["Fine"], sets_), ElementsAre(80, 100, 120.5));
+  EXPECT_THAT(createPatternSets("Fine", mill.data().cuttersOf("Fine"), sets_),
+              ElementsAre(80, 100, 120.5));
   EXPECT_EQ(dump(sets_), "Fine 120.5:\nFine 80:\nFine 100:\n");
 }
 

@@ -27,7 +27,7 @@ class PatternChoiceAndReport : public testing::Test {
   // A grade with an entry in the demand table; the widths of each period are distinct.
   void addGrade(const QString &grade, const std::vector<std::vector<double>> &widthsOfPeriods) {
     data_.grades.append(grade);
-    data_.demand.grades.append(GradeDemand{grade, {}, {}});
+    data_.demand.grades.append(GradeDemand{grade, {}, {}, {}});
     GradeDemand &entry = data_.demand.grades.last();
     data_.demand.byGrade.insert(grade, &entry);
     for (const std::vector<double> &widths : widthsOfPeriods) {
@@ -40,6 +40,7 @@ class PatternChoiceAndReport : public testing::Test {
                 [](const DemandEntry &a, const DemandEntry &b) { return a.width > b.width; });
       entry.periods.append(period);
     }
+    entry.gatherWidths();
   }
 
   // A pattern with one x value a period.

@@ -46,11 +46,13 @@ TEST(DemandTable, TheWidthsOfAPeriodAreThoseOfItsList) {
 
 TEST(DemandTable, TheWidthsOfAGradeAreThoseOfAllItsPeriods) {
   GradeDemand grade;
-  EXPECT_THAT(distinctWidths(grade), IsEmpty());
+  grade.gatherWidths();
+  EXPECT_THAT(grade.widths, IsEmpty());
   grade.periods.append(period("2", {{50, 2}, {30, 1}}));
   grade.periods.append(period("1", {{60, 1}, {50, 9}}));
   grade.periods.append(period("3", {{70, 1}, {30.000000000000004, 9}}));
-  EXPECT_THAT(distinctWidths(grade), ElementsAre(70, 60, 50, 30.000000000000004, 30));
+  grade.gatherWidths();
+  EXPECT_THAT(grade.widths, ElementsAre(70, 60, 50, 30.000000000000004, 30));
 }
 
 TEST(DemandTable, TheDemandListOfAPeriodIsItsOwn) {

@@ -408,7 +408,7 @@ TEST_F(OrderFile, TheDemandListOfAPeriodHasTheFirstEntryOfEachWidthAndTheWidestF
     }
   }
   EXPECT_EQ(list, "50x2 40x4 30x20 7x1 ");
-  EXPECT_THAT(distinctWidths(grade), testing::ElementsAre(50, 40, 30, 7));
+  EXPECT_THAT(grade.widths, testing::ElementsAre(50, 40, 30, 7));
 }
 
 TEST(AcceptField, RejectsAnEmptyFieldWithItsMessage) {

@@ -57,14 +57,20 @@ TEST_F(PlanningDataTest, AGradeWithOrdersIsPlanned) {
 
 TEST_F(PlanningDataTest, TheCuttersOfAGradeComeInTheOrderOfTheCutterList) {
   readMachines("B,1,G1,1,1,1,1\nA,1,G2,2,1,1,1\nA,2,G1,3,1,1,1\nA,1,G1,4,1,1,1\n");
-  const auto byGrade = cuttersByGrade(data);
-  ASSERT_EQ(byGrade.size(), 2);
   std::vector<double> widths;
-  for (const Cutter *cutter : byGrade.value("G1")) {
+  for (const Cutter *cutter : data.cuttersOf("G1")) {
     widths.push_back(cutter->width);
   }
   EXPECT_THAT(widths, testing::ElementsAre(4, 3, 1));
-  EXPECT_EQ(byGrade.value("G2").size(), 1U);
+  EXPECT_EQ(data.cuttersOf("G2").size(), 1U);
+  EXPECT_THAT(data.cuttersOf("G3"), testing::IsEmpty());
+}
+
+TEST_F(PlanningDataTest, TheDemandWidthsOfAGradeAreTheWidestFirstAndEachOnce) {
+  readMachines("A,1,G1,100,1,1,1\nA,1,G2,100,1,1,1\n");
+  readOrders("2,G1,30,10,Acme\n1,G1,40,10,Acme\n1,G1,30,10,Best\n");
+  EXPECT_THAT(data.demandWidthsOf("G1"), testing::ElementsAre(40, 30));
+  EXPECT_THAT(data.demandWidthsOf("G2"), testing::IsEmpty());
 }
 
 TEST_F(PlanningDataTest, TheCuttersOfAMachineFormAGroup) {

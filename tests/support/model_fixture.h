@@ -16,15 +16,15 @@ namespace corvane::support {
 // Writes parts of the import file of a mill, with settings and pattern sets that the test fills.
 class ModelTest : public testing::Test {
  protected:
-  using Step = std::function<void(ModelData &data, ImportFile &file)>;
+  using Step = std::function<void(const ModelData &data, ImportFile &file)>;
 
   // What the steps write, with one ModelData.
   std::string write(Mill &mill, const Step &step) {
-    ModelData data(mill.data(), sets_, settings_);
+    const ModelData data(mill.data(), sets_, settings_);
     return write(data, step);
   }
 
-  static std::string write(ModelData &data, const Step &step) {
+  static std::string write(const ModelData &data, const Step &step) {
     std::ostringstream out;
     ImportFile file(out);
     step(data, file);
