@@ -67,7 +67,7 @@ install(FILES "${packed_changelog}" packaging/debian/copyright
 add_custom_target(corvane_installed DEPENDS ${installed_programs} corvane_manual)
 
 install(FILES README.md CHANGELOG.md DESTINATION "${CMAKE_INSTALL_DOCDIR}")
-install(DIRECTORY docs/ DESTINATION "${CMAKE_INSTALL_DOCDIR}/docs" FILES_MATCHING PATTERN "*.md")
+install(DIRECTORY docs/ DESTINATION "${CMAKE_INSTALL_DOCDIR}/docs" FILES_MATCHING PATTERN "*.md" PATTERN "*.png")
 install(DIRECTORY samples DESTINATION "${CMAKE_INSTALL_DATADIR}/corvane"
   PATTERN "*.log" EXCLUDE PATTERN "*.imp" EXCLUDE)
 

@@ -201,6 +201,14 @@
       column.reduce((sum, box) => sum + Math.max(box.into, box.out), 0)));
     const scale = through > 0 ? 0.45 * height / through : 0;
     const step = byColumn.length > 1 ? (width - 270) / (byColumn.length - 1) : 0;
+    // Machines stand where the paper that they make goes, as far as grades tell it.
+    for (const box of byColumn[0]) {
+      for (const [, to, flow] of bySource.get(box.node) || []) {
+        const weight = flow > 0 ? flow : 1e-3;
+        box.rank += weight * network.grades.indexOf(network.nodes[to].grade);
+        box.weight += weight;
+      }
+    }
     byColumn.forEach((column, index) => {
       const rank = (box) => (box.weight > 0 ? box.rank / box.weight : box.node * 1e-6);
       const isWaste = (box) => network.nodes[box.node].kind === "waste";
@@ -234,6 +242,21 @@
       line: color("line")};
   };
 
+  // As wide all along as it is at its ends, where a thick stroke would have spikes.
+  const band = (context, line, thick, color, alpha) => {
+    const half = thick / 2;
+    const middle = (line.from.x + line.to.x) / 2;
+    context.fillStyle = color;
+    context.globalAlpha = alpha;
+    context.beginPath();
+    context.moveTo(line.from.x, line.start - half);
+    context.bezierCurveTo(middle, line.start - half, middle, line.end - half, line.to.x, line.end - half);
+    context.lineTo(line.to.x, line.end + half);
+    context.bezierCurveTo(middle, line.end + half, middle, line.start + half, line.from.x,
+      line.start + half);
+    context.fill();
+  };
+
   const drawSpread = (context, network, arcs, width, layout, colors) => {
     const starts = new Map();
     const ends = new Map();
@@ -253,14 +276,8 @@
     lines.sort((a, b) => a.from.y - b.from.y);
     for (const line of lines) {
       line.end = offset(ends, line.to, line.thick);
-      context.strokeStyle = line.isTrim ? colors.trim : line.flow > 0 ? colors.accent : colors.quiet;
-      context.globalAlpha = line.flow > 0 ? 0.4 : 0.12;
-      context.lineWidth = Math.max(0.5, line.thick);
-      const middle = (line.from.x + line.to.x) / 2;
-      context.beginPath();
-      context.moveTo(line.from.x, line.start);
-      context.bezierCurveTo(middle, line.start, middle, line.end, line.to.x, line.end);
-      context.stroke();
+      const color = line.isTrim ? colors.trim : line.flow > 0 ? colors.accent : colors.quiet;
+      band(context, line, Math.max(0.5, line.thick), color, line.flow > 0 ? 0.4 : 0.12);
     }
     context.globalAlpha = 1;
     for (const box of layout.used.values()) {
