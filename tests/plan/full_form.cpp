@@ -48,15 +48,40 @@ class FullForm {
       return {};
     }
     const double least = std::max(solution.objective, 0.0);
+    keepOptimal(solver, solution);
     for (int column = 0; column < model_.columns(); ++column) {
       solver.setCost(column, model_.cost[static_cast<std::size_t>(column)]);
     }
-    solver.addRow(-kInfinite, least + 1e-9 * (1.0 + least), unmet_, weights_);
     solution = solver.solve(Method::kPrimal);
     return {solution.status == Status::kOptimal, least, solution.objective};
   }
 
  private:
+  // Every solution with the same objective has a column whose reduced cost is not 0 at its bound,
+  // and a row whose dual value is not 0 at its own. So no row needs to sum up what is unmet, of
+  // which there may be billions of rolls.
+  void keepOptimal(LinearSolver &solver, const LinearSolution &solution) {
+    constexpr double kNothing = 1e-7;
+    std::vector<double> activity(static_cast<std::size_t>(model_.rows()));
+    for (int column = 0; column < model_.columns(); ++column) {
+      const auto at = static_cast<std::size_t>(column);
+      for (int entry = model_.start[at]; entry < model_.start[at + 1]; ++entry) {
+        const auto e = static_cast<std::size_t>(entry);
+        activity[static_cast<std::size_t>(model_.rowOf[e])] +=
+            model_.value[e] * solution.primal[at];
+      }
+      if (std::fabs(solution.reducedCost[at]) > kNothing) {
+        solver.setColumnBounds(column, solution.primal[at], solution.primal[at]);
+      }
+    }
+    for (int row = 0; row < model_.rows(); ++row) {
+      const auto at = static_cast<std::size_t>(row);
+      if (std::fabs(solution.dual[at]) > kNothing && model_.rowLower[at] != model_.rowUpper[at]) {
+        solver.setRowBounds(row, activity[at], activity[at]);
+      }
+    }
+  }
+
   void addToArcs(std::span<const Index> arcs, std::size_t period, Index commodity, int row,
                  double sign) {
     for (const Index arc : arcs) {
