@@ -87,8 +87,19 @@ bool isOddForm(std::string_view text) {
          isDigits(withoutSign(std::string_view(body).substr(exponent + 1)));
 }
 
+double valueOf(std::string_view text) {
+  return std::strtod(std::string(text).c_str(), nullptr);
+}
+
+// A number like 39.375, which is a width rather than 39375 with a point between thousands.
+bool isWidthInEighths(std::string_view text) {
+  constexpr double kNarrowestRoll = 4;
+  const double eighths = 8 * valueOf(text);
+  return eighths > 8 * kNarrowestRoll && eighths == std::floor(eighths);
+}
+
 std::string plainText(std::string_view text) {
-  const double value = std::strtod(std::string(text).c_str(), nullptr);
+  const double value = valueOf(text);
   const bool isUsual = std::isfinite(value) && std::fabs(value) < 1e15;
   return isUsual ? std::string(NumberText(value).view()) : std::string();
 }
@@ -173,14 +184,15 @@ NumberForm formOfQuantity(std::string_view field) {
     return form;
   }
   constexpr std::array<std::string_view, 1> kPoint = {"."};
-  if (std::string joined = joinedGroups(text, kPoint); !joined.empty()) {
+  const bool isWhole = text.find_first_not_of('0', point + 1) == std::string_view::npos;
+  std::string joined = joinedGroups(text, kPoint);
+  if (!joined.empty() && (isWhole || !isWidthInEighths(text))) {
     return {Code::kTextAfterNumber, std::move(joined)};
   }
-  if (text.find_first_not_of('0', point + 1) == std::string_view::npos && point > 0) {
+  if (isWhole) {
     return {};
   }
-  const double value = std::strtod(std::string(text).c_str(), nullptr);
-  return {Code::kQuantityDecimals, std::string(NumberText(std::round(value)).view())};
+  return {Code::kQuantityDecimals, std::string(NumberText(std::round(valueOf(text))).view())};
 }
 
 }  // namespace corvane::checks

@@ -67,7 +67,7 @@ ValueFault faultOfText(const ParameterRule &rule, std::string_view value) {
   std::string meant = formOfNumber(text).meant;
   if (!isInteger && text.find(',') != std::string_view::npos) {
     std::string point(text);
-    point.replace(point.find(','), 1, ".");
+    point[point.find(',')] = '.';
     meant = isPlainNumber(point) ? point : meant;
   }
   return {Code::kNotANumber, meant, FixKind::kUnsafe};
