@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <iterator>
+#include <string>
+
 #include "core/zem_mem_mgr.h"
 #include "core/zem_mem_mgr_factory.h"
 
@@ -23,6 +27,22 @@ TEST(ProcessObjects, IncludeTheRegistryOfPoolsWithThePatternPool) {
   const ZemMemMgr *pool = ZemMemMgrFactory::instance().create(40, "test", 256);
   EXPECT_EQ(pool->name(), "Pattern:test");
   EXPECT_EQ(pool->blockSize(), 40U);
+}
+
+// Objects of one file are constructed in the order in which they are defined, so the file shows it;
+// no program can look at them before main.
+TEST(ProcessObjects, AreConstructedInTheirOrder) {
+  std::ifstream file(CORVANE_SOURCE_DIR "/src/app/process_objects.cpp");
+  const std::string text{std::istreambuf_iterator<char>(file), {}};
+  std::size_t at = 0;
+  for (const char *definition :
+       {"} memoryGuard;", "\nPatternRandom patternRandom;", "\nPlanningComparators comparators;",
+        "\nRunRecord runRecord(comparators);", "\nstd::ofstream logStream;", "} poolRegistry;"}) {
+    const std::size_t found = text.find(definition);
+    ASSERT_NE(found, std::string::npos) << definition;
+    EXPECT_GE(found, at) << definition;
+    at = found;
+  }
 }
 
 TEST(ProcessObjects, StartWithBothSwitchesOfPooledAllocationOff) {
