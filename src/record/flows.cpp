@@ -1,7 +1,7 @@
 #include "record/flows.h"
 
 #include <QHash>
-#include <algorithm>
+#include <cmath>
 #include <map>
 
 namespace corvane::record {
@@ -72,8 +72,9 @@ class FlowSum {
     }
     std::vector<Flow> flows;
     for (const auto &[arc, inches] : inches_) {
-      if (inches > 0) {
-        flows.push_back({arc.first, arc.second, inches});
+      // A drawing needs no more digits, and there are many.
+      if (const double rounded = std::round(10 * inches) / 10; rounded > 0) {
+        flows.push_back({arc.first, arc.second, rounded});
       }
     }
     return flows;

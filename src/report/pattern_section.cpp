@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 
 #include "report/html.h"
 #include "report/sections.h"
@@ -8,11 +9,11 @@ namespace corvane::report {
 namespace {
 
 // Pictures are so many units wide for the widest deckle of the page, and so high.
-constexpr double kPictureWidth = 360;
+constexpr double kPictureWidth = 720;
 // Rolls are strokes with a gap between them, so that a run of equal rolls is one path.
-constexpr double kGap = 0.7;
+constexpr int kGap = 1;
 // The width of a digit of a label.
-constexpr double kDigit = 5;
+constexpr double kDigit = 10;
 // Labels on everything would double a long catalogue.
 constexpr std::size_t kMostLabelled = 2000;
 
@@ -34,31 +35,34 @@ class PatternPicture {
       }
       x += width * count;
     }
-    if (deckle > x) {
-      paths += "<path class=c d=\"M" + coordinate(x * scale_) + " 7h" +
-               coordinate((deckle - x) * scale_) + "\"/>";
+    if (place(deckle) > place(x)) {
+      paths += "<path class=c d=M" + number(place(x)) + ",14h" + number(place(deckle) - place(x)) +
+               " />";
     }
-    return "<svg viewBox=\"0 0 360 14\" aria-hidden=true>" + paths + labels + "</svg>";
+    return "<svg viewBox=0,0,720,28 aria-hidden=true>" + paths + labels + "</svg>";
   }
 
  private:
-  // Equal rolls side by side.
+  int place(double inches) const { return static_cast<int>(std::lround(inches * scale_)); }
+  static QByteArray number(int units) { return QByteArray::number(units); }
+
+  // Equal rolls side by side, each from its own place to just before the next one's.
   QByteArray rollPath(double x, double width, int count) const {
-    const QByteArray roll = "h" + coordinate(std::max(0.0, width * scale_ - kGap));
-    const QByteArray gap = "m" + coordinate(kGap) + " 0";
-    QByteArray path = "<path class=c" + QByteArray::number(colors_.at(width)) + " d=\"M" +
-                      coordinate(x * scale_) + " 7" + roll;
-    for (int i = 1; i < count; ++i) {
-      path += gap + roll;
+    QByteArray path =
+        "<path class=c" + number(colors_.at(width)) + " d=M" + number(place(x)) + ",14";
+    for (int i = 0; i < count; ++i) {
+      const int length = place(x + (i + 1) * width) - place(x + i * width) - kGap;
+      path +=
+          (i == 0 ? QByteArray() : "m" + number(kGap) + ",0") + "h" + number(std::max(0, length));
     }
-    return path + "\"/>";
+    return path + " />";
   }
 
   QByteArray label(double middle, double width) const {
     const QString text = plain(width);
     return width * scale_ < kDigit * static_cast<double>(text.size())
                ? QByteArray()
-               : "<text x=" + coordinate(middle * scale_) + " y=7>" + escaped(text) + "</text>";
+               : "<text x=" + number(place(middle)) + ">" + escaped(text) + "</text>";
   }
 
   const std::map<double, int, std::greater<>> &colors_;
@@ -77,8 +81,8 @@ QString rollsText(const record::Pattern &pattern) {
 std::vector<Column> columnsOf(const Subject &subject) {
   std::vector<Column> columns{{QStringLiteral("Machine"), false},
                               {QStringLiteral("Deckle")},
-                              {QStringLiteral("Cut, to one scale"), false},
-                              {QStringLiteral("Rolls, in"), false},
+                              {QStringLiteral("Cut, to one scale"), false, true},
+                              {QStringLiteral("Rolls, in"), false, true},
                               {QStringLiteral("Trim, in")},
                               {QStringLiteral("Trim %")}};
   if (subject.hasPlan()) {

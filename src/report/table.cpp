@@ -28,9 +28,9 @@ void appendHead(QByteArray &html, const Table &table) {
 }
 
 // Cells of numbers have no class: they are the most.
-void appendCell(QByteArray &html, const Cell &cell, bool isNumber) {
+void appendCell(QByteArray &html, const Cell &cell, bool isPlain) {
   const QByteArray look(cell.look);
-  const QByteArray looks = isNumber ? look : look.isEmpty() ? QByteArray("t") : "t " + look;
+  const QByteArray looks = isPlain ? look : look.isEmpty() ? QByteArray("t") : "t " + look;
   html += "<td";
   if (!looks.isEmpty()) {
     html += looks.contains(' ') ? " class=\"" + looks + '"' : " class=" + looks;
@@ -44,7 +44,7 @@ void appendRow(QByteArray &html, const Table &table, const Row &row) {
   html += *row.look == '\0' ? QByteArray("\n<tr>") : QByteArray("\n<tr class=") + row.look + '>';
   html += "<th scope=row>" + row.cells.front().picture + escaped(row.cells.front().text);
   for (std::size_t i = 1; i < row.cells.size(); ++i) {
-    appendCell(html, row.cells[i], table.columns[i].isNumber);
+    appendCell(html, row.cells[i], table.columns[i].isNumber || table.columns[i].isStyled);
   }
 }
 

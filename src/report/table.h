@@ -35,6 +35,8 @@ struct Cell {
 struct Column {
   QString head;
   bool isNumber = true;
+  // The style knows by the column's place that it is one of texts, so that no cell has to say it.
+  bool isStyled = false;
 };
 
 struct Row {

@@ -62,6 +62,15 @@ TEST(RecordJson, HoldsNoSignThatCouldEndAScript) {
   EXPECT_THAT(json.toStdString(), HasSubstr("Zed \\u003c& Sons>"));
 }
 
+TEST(RecordJson, BlanksStandInTextsAlone) {
+  Record record = exampleRecord();
+  record.name = QStringLiteral("a \\\" b");
+  const QByteArray json = toJson(record);
+  EXPECT_EQ(Read(json).name, record.name);
+  EXPECT_THAT(json.toStdString(), HasSubstr("[\"A_Pattern_0_W1_100\",0,0,[[40,2],[20,1]]]"));
+  EXPECT_FALSE(json.contains("\": "));
+}
+
 TEST(RecordJson, ItsSchemaIsTold) {
   const QJsonObject object = QJsonDocument::fromJson(toJson(Record())).object();
   EXPECT_EQ(object.value(QStringLiteral("schema")).toString(), QStringLiteral("corvane-run/1"));
