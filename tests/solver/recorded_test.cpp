@@ -129,7 +129,7 @@ std::string nameOf(const ::testing::TestParamInfo<MillShape> &shape) {
          std::to_string(shape.param.patternsPerIteration) + "Patterns";
 }
 
-// Below and above every threshold of the layer: rows, batches, columns a row of the final LP.
+// Below and above most thresholds as shipped; roads_test.cpp takes small programs past each.
 INSTANTIATE_TEST_SUITE_P(
     Mills, Recorded,
     ::testing::Values(
@@ -143,8 +143,7 @@ INSTANTIATE_TEST_SUITE_P(
                   .patternsPerIteration = 500,
                   .deckleInches = 200.0,
                   .seed = 6},
-        MillShape{.widths = 110, .periods = 2, .patternsPerIteration = 60, .seed = 7},
-        MillShape{.widths = 360, .patternsPerIteration = 300, .attempts = 3, .seed = 9}),
+        MillShape{.widths = 110, .periods = 2, .patternsPerIteration = 60, .seed = 7}),
     nameOf);
 
 // Everything that a caller can read from a run, bit for bit.
@@ -194,18 +193,15 @@ void expectTheSameBitsTwice(const MillShape &shape) {
   const MillRecord record = CuttingStock(shape).run();
   for (const bool barrier : {false, true}) {
     const std::vector<double> first = allNumbers(record, barrier);
-    const std::vector<std::vector<char>> blocks = stirHeap();
+    ASSERT_FALSE(first.empty());
+    // Kept until the second run is over.
+    [[maybe_unused]] const std::vector<std::vector<char>> blocks = stirHeap();
     EXPECT_EQ(allNumbers(record, barrier), first);
-    EXPECT_GT(blocks.size(), 0U);
   }
 }
 
 TEST(RecordedTwice, TheSameCallsGiveTheSameBits) {
   expectTheSameBitsTwice({.widths = 50, .deckles = 2, .periods = 2, .seed = 8});
-}
-
-TEST(RecordedTwice, WithManyRowsToo) {
-  expectTheSameBitsTwice({.widths = 360, .patternsPerIteration = 300, .attempts = 3, .seed = 9});
 }
 
 // A final LP remembers the one before it: that must not show in what is optimal.
