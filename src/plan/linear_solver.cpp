@@ -12,6 +12,7 @@
 #pragma GCC diagnostic ignored "-Wunused-parameter"
 #include <ClpSimplex.hpp>
 #include <ClpSolve.hpp>
+#include <CoinError.hpp>
 #include <CoinPackedMatrix.hpp>
 #pragma GCC diagnostic pop
 
@@ -151,7 +152,12 @@ bool LinearSolver::writeMps(const std::string &path, const std::vector<std::stri
     simplex.setInteger(column);
   }
   constexpr int kAllDigits = 1;
-  const bool written = simplex.writeMps(path.c_str(), kAllDigits) == 0;
+  bool written = false;
+  try {
+    written = simplex.writeMps(path.c_str(), kAllDigits) == 0;
+  } catch (const CoinError &) {
+    // It cannot be opened.
+  }
   for (const int column : whole) {
     simplex.setContinuous(column);
   }

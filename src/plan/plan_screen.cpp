@@ -26,9 +26,9 @@ std::string grouped(double value, int decimals = 0) {
   return (value < 0.0 ? std::string("-") : std::string()) += text;
 }
 
-// Rolls and reels: whole where they are.
+// Rolls and reels: whole where they are, but for the last digits of a sum.
 std::string count(double value) {
-  return grouped(value, value == std::round(value) ? 0 : 1);
+  return grouped(value, std::fabs(value - std::round(value)) < 1e-3 ? 0 : 1);
 }
 
 std::string percent(double part, double whole) {

@@ -95,8 +95,10 @@ class RoleWarnings {
                    general(std::ceil(datum.value)));
         }
         auto &entry = longest[route.mode];
-        if (std::ceil(datum.value) > entry.first) {
-          entry = {std::ceil(datum.value), lineOf(route.delayNode)};
+        const double periods =
+            std::min(std::ceil(datum.value), static_cast<double>(problem_.periodCount()));
+        if (periods > entry.first) {
+          entry = {periods, lineOf(route.delayNode)};
         }
       }
     }

@@ -49,6 +49,8 @@ class Summing {
       for (std::size_t period = 0; period < periods_; ++period) {
         const double rolls = plan_.ships[route * periods_ + period];
         totals_.cost.freight += rolls * problem_.routes[route].cost[period];
+        totals_.deliveredRolls += rolls;
+        totals_.deliveredInches += rolls * problem_.orders[problem_.routes[route].order].width;
       }
     }
   }
@@ -77,8 +79,6 @@ class Summing {
         totals_.shortageCost += unmet * order.undercost[period];
       }
     }
-    totals_.deliveredRolls = totals_.orderedRolls - totals_.unmetRolls;
-    totals_.deliveredInches = totals_.orderedInches - totals_.unmetInches;
   }
 
   const Network &network_;

@@ -9,6 +9,9 @@ namespace {
 
 // What a solver's tolerances leave of 0.
 constexpr double kNothing = 1e-7;
+// Of the weights of unmet rolls, so that the solver's tolerance for reduced costs is small beside
+// what a reel of a quick machine is worth.
+constexpr double kWeightScale = 1000.0;
 
 }  // namespace
 
@@ -25,32 +28,47 @@ LinearSolution TwoSteps::solve() {
     return solution;
   }
   solution = firstStep();
-  return solution.status == Status::kOptimal ? secondStep() : solution;
+  return solution.status == Status::kOptimal ? secondStep(solution) : solution;
 }
 
 LinearSolution TwoSteps::firstStep() {
   boundUnmet(false);
   setCosts(true);
   LinearSolution solution = solver_.solve(Method::kPrimal);
-  leastUnmet_ = std::max(solution.objective, 0.0);
+  leastUnmet_ = std::max(solution.objective / kWeightScale, 0.0);
   if (leastUnmet_ <= kNothing * (1.0 + demandInReach())) {
     leastUnmet_ = 0.0;
   }
   return solution;
 }
 
-LinearSolution TwoSteps::secondStep() {
+LinearSolution TwoSteps::secondStep(const LinearSolution &first) {
   setCosts(false);
   if (leastUnmet_ == 0.0) {
     boundUnmet(true);
   } else {
-    std::vector<double> weights;
-    for (const int column : lp_.unmetColumns()) {
-      weights.push_back(lp_.unmetWeight(problem_, column));
-    }
-    unmetRow_ = solver_.addRow(-kInfinite, leastUnmet_, lp_.unmetColumns(), weights);
+    keepLeast(first);
   }
   return solver_.solve(Method::kPrimal);
+}
+
+// The solutions of the least unmet demand are those in which every column whose reduced cost is not
+// 0, and every row whose dual value is not 0, stays at its bound (complementary slackness). Holding
+// these leaves the second step nothing to trade, where a row with the sum would leave it the
+// solver's tolerance: on mills with capacities of millions beside fractions that is worth a lot.
+void TwoSteps::keepLeast(const LinearSolution &first) {
+  for (int column = 0; column < lp_.model().columns(); ++column) {
+    const auto at = static_cast<std::size_t>(column);
+    if (std::fabs(first.reducedCost[at]) > kNothing) {
+      solver_.setColumnBounds(column, first.primal[at], first.primal[at]);
+    }
+  }
+  for (int row = 0; row < lp_.model().rows(); ++row) {
+    const auto at = static_cast<std::size_t>(row);
+    if (std::fabs(first.dual[at]) > kNothing) {
+      solver_.setRowBounds(row, lp_.model().rowUpper[at], lp_.model().rowUpper[at]);
+    }
+  }
 }
 
 void TwoSteps::boundUnmet(bool fixed) {
@@ -65,7 +83,7 @@ void TwoSteps::setCosts(bool shortage) {
     solver_.setCost(column, shortage ? 0.0 : lp_.model().cost[static_cast<std::size_t>(column)]);
   }
   for (const int column : lp_.unmetColumns()) {
-    solver_.setCost(column, shortage ? lp_.unmetWeight(problem_, column) : 0.0);
+    solver_.setCost(column, shortage ? kWeightScale * lp_.unmetWeight(problem_, column) : 0.0);
   }
 }
 

@@ -24,17 +24,17 @@ class TwoSteps {
   TwoSteps(const PlanProblem &problem, const CompactLp &lp, LinearSolver &solver,
            const SolveOptions &options);
 
-  // Leaves the solver with the bounds and costs of the second step, and its basis.
+  // Leaves the solver with the costs of the second step, its basis, and the bounds that keep unmet
+  // demand at its least.
   LinearSolution solve();
 
   // After solve(): the least weighted unmet rolls, beside what is out of reach.
   double leastUnmet() const { return leastUnmet_; }
-  // The row that keeps the unmet rolls at their least; -1 where unmet columns are fixed at 0.
-  int unmetRow() const { return unmetRow_; }
 
  private:
   LinearSolution firstStep();
-  LinearSolution secondStep();
+  LinearSolution secondStep(const LinearSolution &first);
+  void keepLeast(const LinearSolution &first);
   void boundUnmet(bool fixed);
   void setCosts(bool shortage);
   double demandInReach() const;
@@ -44,7 +44,6 @@ class TwoSteps {
   LinearSolver &solver_;
   Method method_;
   double leastUnmet_ = 0.0;
-  int unmetRow_ = -1;
 };
 
 }  // namespace corvane::plan

@@ -11,6 +11,10 @@ namespace corvane::plan {
 
 namespace {
 
+// So that the solver's tolerance for reduced costs is small beside what a quick machine's reel is
+// worth.
+constexpr double kWeightScale = 1000.0;
+
 using network::Attachment;
 using network::CommodityKind;
 using network::Node;
@@ -41,13 +45,13 @@ class FullForm {
       solver.setCost(column, 0.0);
     }
     for (std::size_t at = 0; at < unmet_.size(); ++at) {
-      solver.setCost(unmet_[at], weights_[at]);
+      solver.setCost(unmet_[at], kWeightScale * weights_[at]);
     }
     LinearSolution solution = solver.solve(Method::kDual);
     if (solution.status != Status::kOptimal) {
       return {};
     }
-    const double least = std::max(solution.objective, 0.0);
+    const double least = std::max(solution.objective / kWeightScale, 0.0);
     keepOptimal(solver, solution);
     for (int column = 0; column < model_.columns(); ++column) {
       solver.setCost(column, model_.cost[static_cast<std::size_t>(column)]);
