@@ -1,11 +1,13 @@
 #include "interposed.h"
 
-#include "generation/pending_columns.h"
+#include <algorithm>
+
+#include "generation/lp_columns.h"
 #include "generation/price_list.h"
 #include "generation/pricing.h"
-#include "literal_pricing.h"
 #include "phase_clock.h"
 #include "real_operations.h"
+#include "support/literal_pricing.h"
 
 namespace corvane::bench {
 
@@ -16,7 +18,24 @@ Interposed &interposed() {
 
 namespace {
 
-LiteralPricing literalPricing;
+std::vector<support::LiteralPrice> literalPrices;
+
+bool priceLiterally(double deckleWidth, const PricingLimits &limits, PatternRandom &random,
+                    Candidate &candidate) {
+  support::LiteralRandom literal;
+  literal.state = random.state();
+  literal.low = random.low();
+  literal.high = random.high();
+  support::LiteralCandidate made;
+  made.trim = deckleWidth;
+  const bool found = support::literalPrice(deckleWidth, literalPrices, limits.attempts,
+                                           limits.widths, literal, made);
+  random.seed(literal.state);
+  candidate.count = static_cast<int>(made.widths.size());
+  std::copy(made.widths.begin(), made.widths.end(), candidate.widths.begin());
+  candidate.trim = made.trim;
+  return found;
+}
 
 // Masters are solved while patterns are generated, final LPs while they are selected.
 bool isGenerating() {
@@ -123,25 +142,28 @@ int __wrap_CPXfreeprob(CPXENVptr env, CPXLPptr *lp) {
 
 // The C++ functions, by the names that the compiler gives them.
 
-void realRebuild(PriceList &list, const std::vector<double> &widths, const double *duals) __asm__(
-    "__real__ZN7corvane9PriceList7rebuildERKSt6vectorIdSaIdEEPKd");
-void timedRebuild(PriceList &list, const std::vector<double> &widths, const double *duals) __asm__(
-    "__wrap__ZN7corvane9PriceList7rebuildERKSt6vectorIdSaIdEEPKd");
+void realRebuild(PriceList &list, const std::vector<double> &widths,
+                 const std::vector<double>
+                     &duals) __asm__("__real__ZN7corvane9PriceList7rebuildERKSt6vectorIdSaIdEES5_");
+void timedRebuild(PriceList &list, const std::vector<double> &widths,
+                  const std::vector<double> &
+                      duals) __asm__("__wrap__ZN7corvane9PriceList7rebuildERKSt6vectorIdSaIdEES5_");
 bool realPriceCandidate(double deckleWidth, const PriceList &prices, const PricingLimits &limits, PatternRandom &random, Candidate &candidate) __asm__(
     "__real__ZN7corvane14priceCandidateEdRKNS_9PriceListERKNS_13PricingLimitsERNS_"
     "13PatternRandomERNS_9CandidateE");
 bool timedPriceCandidate(double deckleWidth, const PriceList &prices, const PricingLimits &limits, PatternRandom &random, Candidate &candidate) __asm__(
     "__wrap__ZN7corvane14priceCandidateEdRKNS_9PriceListERKNS_13PricingLimitsERNS_"
     "13PatternRandomERNS_9CandidateE");
-void realAppend(PendingColumns &columns, double cost, const QLinkedList<double> &widths, const std::vector<double> &rowWidths) __asm__(
-    "__real__ZN7corvane14PendingColumns6appendEdRK11QLinkedListIdERKSt6vectorIdSaIdEE");
-void timedAppend(PendingColumns &columns, double cost, const QLinkedList<double> &widths, const std::vector<double> &rowWidths) __asm__(
-    "__wrap__ZN7corvane14PendingColumns6appendEdRK11QLinkedListIdERKSt6vectorIdSaIdEE");
+void realAppend(LpColumns &columns, double cost, const QLinkedList<double> &widths, const std::vector<double> &rowWidths) __asm__(
+    "__real__ZN7corvane9LpColumns6appendEdRK11QLinkedListIdERKSt6vectorIdSaIdEE");
+void timedAppend(LpColumns &columns, double cost, const QLinkedList<double> &widths, const std::vector<double> &rowWidths) __asm__(
+    "__wrap__ZN7corvane9LpColumns6appendEdRK11QLinkedListIdERKSt6vectorIdSaIdEE");
 
-void timedRebuild(PriceList &list, const std::vector<double> &widths, const double *duals) {
+void timedRebuild(PriceList &list, const std::vector<double> &widths,
+                  const std::vector<double> &duals) {
   const InPhase timed(Phase::kPricing);
   if (interposed().literalPricing) {
-    bench::literalPricing.rebuild(widths, duals);
+    bench::literalPrices = support::literalPriceList(widths, duals);
   } else {
     realRebuild(list, widths, duals);
   }
@@ -152,14 +174,17 @@ bool timedPriceCandidate(double deckleWidth, const PriceList &prices, const Pric
                          PatternRandom &random, Candidate &candidate) {
   PhaseClock::instance().switchTo(Phase::kPricing);
   const bool found = interposed().literalPricing
-                         ? bench::literalPricing.price(deckleWidth, limits, random, candidate)
+                         ? bench::priceLiterally(deckleWidth, limits, random, candidate)
                          : realPriceCandidate(deckleWidth, prices, limits, random, candidate);
   PhaseClock::instance().switchTo(found ? Phase::kPatternSets : Phase::kGenerationRest);
   return found;
 }
 
-void timedAppend(PendingColumns &columns, double cost, const QLinkedList<double> &widths,
+void timedAppend(LpColumns &columns, double cost, const QLinkedList<double> &widths,
                  const std::vector<double> &rowWidths) {
-  PhaseClock::instance().switchTo(Phase::kGenerationRest);
+  // Seeds and final LPs append columns too, each in a phase of its own.
+  if (PhaseClock::instance().current() == Phase::kPatternSets) {
+    PhaseClock::instance().switchTo(Phase::kGenerationRest);
+  }
   realAppend(columns, cost, widths, rowWidths);
 }

@@ -2,8 +2,8 @@
 
 #include "export/model_header.h"
 #include "generation/column_generation.h"
-#include "generation/final_selection.h"
-#include "generation/pattern_report.h"
+#include "generation/final_lp.h"
+#include "generation/pattern_choice.h"
 #include "interposed.h"
 #include "planning/freight_rate_file.h"
 #include "planning/machine_file.h"
@@ -37,16 +37,11 @@ CORVANE_WRAP(
     void, GenerateColumns,
     "_ZN7corvane15generateColumnsERKNS_11GradeDemandERKSt6vectorIdSaIdEERKNS_17GenerationContextE",
     const GradeDemand &, const std::vector<double> &, const GenerationContext &);
-CORVANE_WRAP(void, SelectPatterns,
-             "_ZN7corvane14selectPatternsERK11QLinkedListI7QStringES4_RKNS_11DemandTableERKNS_"
-             "18GenerationSettingsERNS_11PatternSetsERNS_12ProgressLineERSo",
-             const QLinkedList<QString> &, const QLinkedList<QString> &, const DemandTable &,
-             const GenerationSettings &, PatternSets &, ProgressLine &, std::ostream &);
-CORVANE_WRAP(void, ReportPatterns,
-             "_ZN7corvane14reportPatternsERK11QLinkedListI7QStringEiRKNS_11DemandTableERNS_"
-             "11PatternSetsEiRSo",
-             const QLinkedList<QString> &, int, const DemandTable &, PatternSets &, qint32,
-             std::ostream &);
+CORVANE_WRAP(void, SolveFinalLps, "_ZN7corvane13solveFinalLpsERKNS_17GenerationContextE",
+             const GenerationContext &);
+CORVANE_WRAP(std::vector<RareWidth>, ChoosePatterns,
+             "_ZN7corvane14choosePatternsERKNS_18PatternCompPatternERKSt6vectorIdSaIdEEii",
+             const PatternCompPattern &, const std::vector<double> &, qint32, qint32);
 CORVANE_WRAP(void, PrunePatterns, "_ZN7corvane13prunePatternsERNS_11PatternSetsE", PatternSets &);
 CORVANE_WRAP(void, WriteRoot, "_ZN7corvane9writeRootERKNS_9ModelDataERNS_10ImportFileE",
              const ModelData &, ImportFile &);
@@ -57,7 +52,7 @@ namespace {
 
 double countPatterns(const PatternSets &sets) {
   double count = 0;
-  for (const PatternCompPattern *set : sets.deckleWidths) {
+  for (const PatternCompPattern *set : sets.all) {
     count += set->patterns->count();
   }
   return count;
@@ -90,19 +85,17 @@ void timedGenerateColumns(const GradeDemand &demand, const std::vector<double> &
   realGenerateColumns(demand, deckleWidths, context);
 }
 
-void timedSelectPatterns(const QLinkedList<QString> &grades, const QLinkedList<QString> &periods,
-                         const DemandTable &demand, const GenerationSettings &settings,
-                         PatternSets &sets, ProgressLine &progress, std::ostream &log) {
-  interposed().result->patterns = countPatterns(sets);
+void timedSolveFinalLps(const GenerationContext &context) {
+  interposed().result->patterns = countPatterns(context.sets);
   const Step step(Phase::kFinalRest);
-  realSelectPatterns(grades, periods, demand, settings, sets, progress, log);
+  realSolveFinalLps(context);
 }
 
-void timedReportPatterns(const QLinkedList<QString> &grades, int periodCount,
-                         const DemandTable &demand, PatternSets &sets, qint32 occurMin,
-                         std::ostream &log) {
+std::vector<RareWidth> timedChoosePatterns(const PatternCompPattern &set,
+                                           const std::vector<double> &demandWidths,
+                                           qint32 periodCount, qint32 occurMin) {
   const Step step(Phase::kReport);
-  realReportPatterns(grades, periodCount, demand, sets, occurMin, log);
+  return realChoosePatterns(set, demandWidths, periodCount, occurMin);
 }
 
 void timedPrunePatterns(PatternSets &sets) {
