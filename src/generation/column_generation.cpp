@@ -3,7 +3,6 @@
 #include <ctime>
 #include <iostream>
 #include <memory>
-#include <utility>
 
 #include "core/messages.h"
 #include "core/numbers.h"
@@ -21,37 +20,14 @@ namespace {
 constexpr std::size_t kFirstColumns = 128;
 constexpr std::size_t kFirstNonzeros = 512;
 
-// Makes patterns of candidates. Most turn out to be in their set already; such a pattern becomes
-// the next candidate's, which then takes no memory.
-class PatternMaker {
- public:
-  std::unique_ptr<Pattern> make(const Candidate &candidate) {
-    auto pattern = spare_ ? std::move(spare_) : std::make_unique<Pattern>(candidate.trim);
-    pattern->trim = candidate.trim;
-    setWidths(candidate, pattern->widths);
-    sortWidthsDescending(*pattern);
-    return pattern;
+std::unique_ptr<Pattern> makePattern(const Candidate &candidate) {
+  auto pattern = std::make_unique<Pattern>(candidate.trim);
+  for (int pick = 0; pick < candidate.count; ++pick) {
+    pattern->widths.append(candidate.widths[static_cast<std::size_t>(pick)]);
   }
-
-  // Takes back a pattern that no set holds.
-  void recycle(std::unique_ptr<Pattern> pattern) { spare_ = std::move(pattern); }
-
- private:
-  static void setWidths(const Candidate &candidate, QLinkedList<double> &widths) {
-    while (widths.size() > candidate.count) {
-      widths.removeLast();
-    }
-    int pick = 0;
-    for (double &width : widths) {
-      width = candidate.widths[static_cast<std::size_t>(pick++)];
-    }
-    while (pick < candidate.count) {
-      widths.append(candidate.widths[static_cast<std::size_t>(pick++)]);
-    }
-  }
-
-  std::unique_ptr<Pattern> spare_;
-};
+  sortWidthsDescending(*pattern);
+  return pattern;
+}
 
 // Whole seconds of the clock since construction, against a limit. A negative limit never runs out.
 class TimeLimit {
@@ -140,10 +116,9 @@ class GradeGenerator {
 
   // Adds a column, unless the set holds an equal pattern.
   void keepPattern(PatternCompPattern &set, const Candidate &candidate, LpColumns &columns) {
-    std::unique_ptr<Pattern> pattern = maker_.make(candidate);
+    std::unique_ptr<Pattern> pattern = makePattern(candidate);
     if (set.patterns->insert(pattern.get()) != skipList<Pattern>::kStored) {
       ++context_.sets.duplicates;
-      maker_.recycle(std::move(pattern));
       return;
     }
     ++context_.sets.totalPatterns;
@@ -171,7 +146,6 @@ class GradeGenerator {
   const std::vector<PatternCompPattern *> &gradeSets_;
   PricingLimits limits_;
   LpSolver solver_;
-  PatternMaker maker_;
   PriceList prices_;
   const PeriodDemand *lastDemand_ = nullptr;
   std::vector<double> widths_;

@@ -13,10 +13,7 @@ class PatternRandom {
   static constexpr quint32 kIncrement = 29573;
   static constexpr quint32 kModulus = 139968;
 
-  void seed(quint32 state) {
-    state_ = state;
-    dividend_ = kMultiplier * state + kIncrement;
-  }
+  void seed(quint32 state) { state_ = state; }
   void setRange(quint32 low, quint32 high) {
     low_ = low;
     high_ = high;
@@ -24,10 +21,7 @@ class PatternRandom {
 
   // An index from low to high, both included.
   quint32 draw() {
-    const quint32 quotient = dividend_ / kModulus;
-    state_ = dividend_ - quotient * kModulus;
-    // kMultiplier x state + kIncrement, without waiting for the state.
-    dividend_ = kMultiplier * dividend_ + kIncrement - quotient * (kMultiplier * kModulus);
+    state_ = (kMultiplier * state_ + kIncrement) % kModulus;
     return low_ + (high_ - low_ + 1U) * state_ / kModulus;
   }
 
@@ -37,8 +31,6 @@ class PatternRandom {
 
  private:
   quint32 state_ = 1;
-  // What the next state is the remainder of.
-  quint32 dividend_ = kMultiplier + kIncrement;
   quint32 low_ = 0;
   quint32 high_ = 100;
 };

@@ -49,13 +49,10 @@ bool priceCandidate(double deckleWidth, const PriceList &prices, const PricingLi
   if (deckleWidth < 0) {
     return true;
   }
-  // Nobody else sees this one, so the compiler may keep it in registers.
-  PatternRandom local = random;
   bool found = false;
   for (int attempt = 0; attempt < limits.attempts && !found; ++attempt) {
-    found = !improvesNothing(fillCandidate(deckleWidth, prices, limits.widths, local, candidate));
+    found = !improvesNothing(fillCandidate(deckleWidth, prices, limits.widths, random, candidate));
   }
-  random = local;
   return found;
 }
 

@@ -12,6 +12,7 @@
 #include "generation/test_clock.h"
 #include "scripted_lp.h"
 #include "support/fatal_end.h"
+#include "support/heap_probe.h"
 #include "support/mill.h"
 #include "support/pattern_set_dump.h"
 #include "support/stream_capture.h"
@@ -266,6 +267,26 @@ TEST_F(ColumnGeneration, ShowsGradePeriodIterationAndPatternsOnATerminal) {
   EXPECT_THAT(errors.text(),
               testing::StartsWith("\rgrade Fine, period 1, iteration 1, patterns 2, "));
   EXPECT_EQ(log_.str(), "");
+}
+
+// Whether or not a column comes. The sizes are those of 128 columns and 512 nonzeros.
+TEST_F(ColumnGeneration, TakesTheFirstMemoryForTheColumnsOfAnIterationAhead) {
+  Mill mill(kOneCutter, kTwoWidths);
+  settings_.timeLimit = 0;
+  const auto expectWords = [&](std::size_t bytes, int n, const char *what) {
+    const auto step = [&](std::ostream &log) {
+      support::HeapProbe heap;
+      heap.failRequestOf(bytes, n);
+      generateInto(mill, "Fine", log);
+    };
+    support::expectRunEnds(step, std::string("Error: Could not allocate memory for ") + what + ".");
+  };
+  expectWords(128 * sizeof(double), 1, "additional objective function coefficients");
+  expectWords(128 * sizeof(int), 1, "additions to the constraint matrix");
+  expectWords(512 * sizeof(int), 1, "additions to the constraint matrix");
+  expectWords(512 * sizeof(double), 1, "additions to the constraint matrix");
+  expectWords(128 * sizeof(double), 2, "additions to the lower bounds");
+  expectWords(128 * sizeof(double), 3, "additions to the upper bounds");
 }
 
 TEST_F(ColumnGeneration, EndsTheRunWhenColumnsCannotBeAdded) {

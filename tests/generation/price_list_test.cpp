@@ -52,6 +52,14 @@ TEST(PriceList, TakesADualThatIsNoNumberAsNotLessThanAnyOther) {
   }
 }
 
+TEST(PriceList, LeavesWhatIsNoNumberWhereTheExchangeSortLeavesIt) {
+  const double none = std::numeric_limits<double>::quiet_NaN();
+  // 5, 4, 3, 2, 1 with the ratios 1, none, 3, 2, none: 3 changes places with 1, and then 2 with 1
+  // where it stands behind what is no number.
+  EXPECT_THAT(widthsOf(priceList({5, 4, 3, 2, 1}, {5, none, 9, 4, none})),
+              ElementsAre(3, 4, 2, 5, 1));
+}
+
 TEST(PriceList, GivesAWidthOfZeroTheRatioZero) {
   const PriceList prices = priceList({60, 10, 0}, {30, -5, 7});
   EXPECT_THAT(widthsOf(prices), ElementsAre(60, 0, 10));

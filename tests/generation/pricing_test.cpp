@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
 #include <random>
 #include <vector>
@@ -146,6 +147,19 @@ TEST(Pricing, AcceptsAReducedCostOfTwiceTheTolerance) {
   PatternRandom random = randomOver(1);
   Candidate candidate;
   EXPECT_TRUE(priceCandidate(1, priceList({1}, {1 + 2e-8}), {50, 5}, random, candidate));
+}
+
+TEST(Pricing, AcceptsAReducedCostOfTheToleranceAndNoneAboveIt) {
+  PatternRandom random = randomOver(1);
+  Candidate candidate;
+  const double tolerance = 1e-8;
+  // The numbers are such that the subtraction is exact.
+  ASSERT_EQ(tolerance - 2 * tolerance, -tolerance);
+  EXPECT_TRUE(priceCandidate(tolerance, priceList({tolerance}, {2 * tolerance}), {1, 5}, random,
+                             candidate));
+  const double less = std::nextafter(2 * tolerance, 0.0);
+  EXPECT_FALSE(
+      priceCandidate(tolerance, priceList({tolerance}, {less}), {1, 5}, random, candidate));
 }
 
 TEST(Pricing, RejectsAPositiveReducedCostAndOneOfZero) {
