@@ -24,6 +24,7 @@ set(installed_programs
   corvane
   corvane-check
   corvane-convert
+  corvane-sweep
   corvane-plan
   corvane-report
 )
@@ -81,8 +82,8 @@ for a network-planning tool.")
 set(CPACK_PRE_BUILD_SCRIPTS "${PROJECT_SOURCE_DIR}/cmake/package_folders.cmake")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
-# Workbooks, where somebody has any.
-set(CPACK_DEBIAN_PACKAGE_SUGGESTS xlsx2csv)
+# Workbooks and studies, where somebody has any.
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS "parallel, xlsx2csv")
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION science)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
