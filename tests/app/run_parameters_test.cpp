@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <sstream>
 
 namespace corvane {
@@ -175,6 +176,10 @@ struct Clamp {
   const char *below;
   const char *above;
 };
+
+void PrintTo(const Clamp &shown, std::ostream *out) {
+  *out << shown.key;
+}
 
 class ClampedParameters : public TheRunParameters, public testing::WithParamInterface<Clamp> {
  protected:

@@ -4,6 +4,7 @@
 
 #include <deque>
 #include <random>
+#include <span>
 #include <sstream>
 
 #include "core/skip_list.h"
@@ -136,17 +137,28 @@ class Pair {
   support::SortedVectorList<Item> reference_;
 };
 
-// Runs the operations; the first difference with the operations so far, or nothing.
-std::string firstDifference(const Condition &condition, const std::vector<Operation> &operations) {
+std::string namesOf(std::span<const Operation> operations) {
+  std::string names;
+  for (const Operation &operation : operations) {
+    names += nameOf(operation) + "; ";
+  }
+  return names;
+}
+
+// Runs the operations, comparing all that the two hold after each from the given one on; the first
+// difference with the operations so far, or nothing.
+std::string firstDifference(const Condition &condition, const std::vector<Operation> &operations,
+                            std::size_t comparedFrom = 0) {
   const support::ScopedPooling pooling(condition.pooling);
   Pair pair(condition);
-  std::string done;
-  for (const Operation &operation : operations) {
-    std::string difference = pair.apply(operation);
-    difference = difference.empty() ? pair.compare() : difference;
-    done += nameOf(operation) + "; ";
+  for (std::size_t at = 0; at < operations.size(); ++at) {
+    std::string difference = pair.apply(operations[at]);
+    if (difference.empty() && at >= comparedFrom) {
+      difference = pair.compare();
+    }
     if (!difference.empty()) {
-      return nameOf(condition) + ": " + done + "=> " + difference;
+      return nameOf(condition) + ": " + namesOf(std::span(operations).first(at + 1)) + "=> " +
+             difference;
     }
   }
   return "";
@@ -158,13 +170,13 @@ std::vector<Operation> alphabet() {
           {Kind::kSearch, 2}, {Kind::kRewind, 0}, {Kind::kStep, 0},   {Kind::kClear, 0}};
 }
 
-// Every sequence of this length over the alphabet; the prefixes are checked on the way.
-std::string firstDifferenceOfAll(const Condition &condition, std::size_t length) {
-  const std::vector<Operation> letters = alphabet();
+// Every sequence of this length over the letters, compared at its end.
+std::string firstDifferenceOfLength(const Condition &condition,
+                                    const std::vector<Operation> &letters, std::size_t length) {
   std::vector<std::size_t> digits(length, 0);
   std::vector<Operation> operations(length, letters[0]);
   for (std::size_t at = 0; at < length;) {
-    const std::string difference = firstDifference(condition, operations);
+    const std::string difference = firstDifference(condition, operations, length - 1);
     if (!difference.empty()) {
       return difference;
     }
@@ -179,6 +191,14 @@ std::string firstDifferenceOfAll(const Condition &condition, std::size_t length)
   return "";
 }
 
+std::string firstDifferenceUpToLength(const Condition &condition, std::size_t most) {
+  std::string difference;
+  for (std::size_t length = 1; length <= most && difference.empty(); ++length) {
+    difference = firstDifferenceOfLength(condition, alphabet(), length);
+  }
+  return difference;
+}
+
 class EveryCondition : public testing::TestWithParam<std::tuple<bool, bool>> {
  protected:
   Condition condition(int levelArgument, quint32 randomState) const {
@@ -187,9 +207,21 @@ class EveryCondition : public testing::TestWithParam<std::tuple<bool, bool>> {
 };
 
 TEST_P(EveryCondition, EveryShortSequenceAgreesWithTheSortedVector) {
-  EXPECT_EQ(firstDifferenceOfAll(condition(3, 0x1E9EB544U), 5), "");
+  EXPECT_EQ(firstDifferenceUpToLength(condition(3, 0x1E9EB544U), 4), "");
   // High and low levels in turn, so that nodes of several levels are removed.
-  EXPECT_EQ(firstDifferenceOfAll(condition(2, 0x12345678U), 4), "");
+  EXPECT_EQ(firstDifferenceUpToLength(condition(2, 0x12345678U), 4), "");
+}
+
+// Where a node's memory comes from is the pools' affair, so one way of it does for the longest;
+// what is left out does as its like does.
+TEST(EverySequenceOfFive, AgreesWithTheSortedVector) {
+  const std::vector<Operation> letters = {
+      {Kind::kInsert, 1}, {Kind::kInsert, 2}, {Kind::kAppend, 4},
+      {Kind::kRemove, 1}, {Kind::kRemove, 2}, {Kind::kSearch, 2},
+      {Kind::kRewind, 0}, {Kind::kStep, 0},   {Kind::kClear, 0}};
+  for (const bool duplicates : {false, true}) {
+    EXPECT_EQ(firstDifferenceOfLength({3, duplicates, true, 0x1E9EB544U}, letters, 5), "");
+  }
 }
 
 TEST_P(EveryCondition, EverySequenceOfThreeOnAFilledListAgrees) {
@@ -229,11 +261,11 @@ Operation randomOperation(std::mt19937 &random, int keys) {
 }
 
 TEST_P(EveryCondition, LongRandomSequencesAgreeWithTheSortedVector) {
-  for (quint32 seed = 1; seed <= 20; ++seed) {
+  for (quint32 seed = 1; seed <= 10; ++seed) {
     std::mt19937 random(seed);
     const int argument = static_cast<int>(random() % 10);
     std::vector<Operation> operations;
-    for (int step = 0; step < 1500; ++step) {
+    for (int step = 0; step < 1000; ++step) {
       operations.push_back(randomOperation(random, 10 + static_cast<int>(seed) * 8));
     }
     ASSERT_EQ(firstDifference(condition(argument, seed * 2654435761U), operations), "") << seed;

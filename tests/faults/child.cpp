@@ -30,6 +30,11 @@ constexpr unsigned long kMayReadAll = 2;
 
 constexpr int kNotStarted = 127;
 
+// A build for coverage counts into files that all runs share: a run that is cut short, or whose
+// files are, must leave them alone.
+constexpr const char *kCountsVariable = "LLVM_PROFILE_FILE";
+constexpr const char *kNoCounts = "/dev/null";
+
 // Takes what is written to a descriptor.
 class Catcher {
  public:
@@ -66,6 +71,9 @@ std::vector<std::string> environmentOf(const Child &child) {
   }
   for (const auto &[name, value] : child.environment) {
     lines.push_back(name + "=" + value);
+  }
+  if (child.mostFileBytes) {
+    lines.push_back(std::string(kCountsVariable) + "=" + kNoCounts);
   }
   return lines;
 }
@@ -166,7 +174,8 @@ Result runChild(const Child &child) {
   return runWith(child, [](pid_t) {});
 }
 
-Result runAndKill(const Child &child, unsigned microseconds) {
+Result runAndKill(Child child, unsigned microseconds) {
+  child.environment.emplace(kCountsVariable, kNoCounts);
   return runWith(child, [microseconds](pid_t process) {
     usleep(microseconds);
     kill(process, SIGKILL);

@@ -38,7 +38,7 @@ inline constexpr int kHung = -14;  // ended by the alarm
 Result runChild(const Child &child);
 
 // As runChild, but kills the run after that many microseconds.
-Result runAndKill(const Child &child, unsigned microseconds);
+Result runAndKill(Child child, unsigned microseconds);
 
 // As runChild, but makes a pipe of that name, reads nothing from it, and closes its reading end as
 // soon as the run has written to it. No open of the pipe waits, and a write waits once a page is

@@ -50,14 +50,14 @@ using corvane::faults::mustFail;
 extern "C" {
 
 // Writes the counts of a build for coverage; there is none in other builds.
-void __gcov_exit() __attribute__((weak));
+int __llvm_profile_write_file() __attribute__((weak));
 
 // The end of a run without memory, which passes over everything that waits for the end of a
 // process: the counts of a build for coverage must not be lost there.
 void _Exit(int status) noexcept {
   corvane::faults::failAllocation(0, false);
-  if (__gcov_exit != nullptr) {
-    __gcov_exit();
+  if (__llvm_profile_write_file != nullptr) {
+    __llvm_profile_write_file();
   }
   _exit(status);
 }

@@ -6,7 +6,6 @@
 #include <chrono>
 #include <iostream>
 #include <sstream>
-#include <thread>
 
 #include "generation/generate_patterns.h"
 #include "generation/test_clock.h"
@@ -260,8 +259,8 @@ TEST_F(ColumnGeneration, ShowsGradePeriodIterationAndPatternsOnATerminal) {
   Mill mill(kOneCutter, kTwoWidths);
   const std::vector<double> deckleWidths =
       createPatternSets("Fine", mill.data().cuttersOf("Fine"), sets_);
-  ProgressLine progress;
-  std::this_thread::sleep_for(std::chrono::milliseconds(300));
+  std::chrono::steady_clock::time_point now;
+  ProgressLine progress([&now] { return now += std::chrono::seconds(1); });
   generateColumns(*mill.data().demand.find("Fine"), deckleWidths,
                   {mill.data(), settings_, sets_, random_, log_, progress});
   EXPECT_THAT(errors.text(),

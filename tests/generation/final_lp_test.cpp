@@ -6,7 +6,6 @@
 #include <chrono>
 #include <iostream>
 #include <sstream>
-#include <thread>
 
 #include "scripted_lp.h"
 #include "support/fatal_end.h"
@@ -173,8 +172,8 @@ TEST_F(FinalLpsOfTwoPeriods, ShowsGradePeriodAndPatternsOnATerminal) {
   }
   const support::StreamCapture errors(std::cerr);
   const support::StandardErrorOn redirected(terminal.file());
-  ProgressLine progress;
-  std::this_thread::sleep_for(std::chrono::milliseconds(300));
+  std::chrono::steady_clock::time_point now;
+  ProgressLine progress([&now] { return now += std::chrono::seconds(1); });
   solveFinalLps({mill_.data(), settings_, sets_, random_, log_, progress});
   EXPECT_THAT(errors.text(),
               testing::StartsWith("\rfinal selection, grade Fine, period 1, patterns 4, "));

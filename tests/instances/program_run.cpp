@@ -9,6 +9,7 @@
 #include <sstream>
 
 #include "app/planner.h"
+#include "support/temporary_folder.h"
 
 namespace corvane {
 
@@ -47,7 +48,8 @@ class Redirection {
 }  // namespace
 
 fs::path freshFolder(const std::string &name) {
-  fs::path folder = fs::path(testing::TempDir()) / "corvane_whole_runs" / name;
+  static const support::TemporaryFolder all;
+  fs::path folder = all.path() / name;
   fs::remove_all(folder);
   fs::create_directories(folder);
   return folder;

@@ -122,8 +122,22 @@ TEST_P(SampleMill, RunsWithoutWarningIntoAModelOfItsOrders) {
 
 INSTANTIATE_TEST_SUITE_P(Samples, SampleMill, testing::ValuesIn(samples()), nameOf);
 
+// What the sample's own document says comes of it.
+TEST(SampleMills, WithAWinderNarrowerThanARollGetAPatternThatCannotBeCut) {
+  const RunOutcome outcome = runSample("two_winders", kSettings[0], "two_winders");
+  const std::string told = "Deckle Width: 124.000, Demand Width: 98.500 is in 0 patterns.\n";
+  EXPECT_EQ(outcome.output, told + told);
+  EXPECT_THAT(outcome.log, HasSubstr("\n" + told + told + "Total demand"));
+  expectOrderedDemand(outcome, "two_winders");
+  const std::string attached = "addattach <node> \"LB42_Pattern_0_AF2_90\" <commodity> ";
+  EXPECT_THAT(outcome.importFile,
+              HasSubstr(attached + "\"Deckle90\" <in> True <quantity> -1\n" +  //
+                        attached + "\"DemandWidth98.5\" <in> False <quantity> 1\n" + attached +
+                        "\"Waste\" <in> False <quantity> 0\n"));
+}
+
 TEST(SampleMills, GiveTheSameFileEveryTime) {
-  for (const char *mill : {"small", "three_mills"}) {
+  for (const char *mill : {"small", "three_mills", "two_winders"}) {
     const std::string once = runSample(mill, kSettings[0], "once").importFile;
     EXPECT_EQ(once, runSample(mill, kSettings[0], "again").importFile) << mill;
   }

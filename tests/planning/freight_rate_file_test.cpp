@@ -76,6 +76,10 @@ struct NumberCase {
   const char *printed;
 };
 
+void PrintTo(const NumberCase &shown, std::ostream *out) {
+  *out << shown.text;
+}
+
 class FreightRateNumber : public FreightRateFile, public testing::WithParamInterface<NumberCase> {};
 
 TEST_P(FreightRateNumber, IsTheLeadingNumberOfItsField) {

@@ -122,6 +122,10 @@ struct NumberCase {
   const char *width;
 };
 
+void PrintTo(const NumberCase &shown, std::ostream *out) {
+  *out << shown.text;
+}
+
 class MachineFileNumber : public MachineFile, public testing::WithParamInterface<NumberCase> {};
 
 TEST_P(MachineFileNumber, IsTheLeadingNumberOfItsField) {

@@ -5,6 +5,8 @@
 
 #include <fstream>
 
+#include "support/temporary_folder.h"
+
 namespace corvane::scenarios {
 namespace {
 
@@ -17,14 +19,7 @@ using testing::Pair;
 // A scenario folder of its own and a program that is a shell script.
 class ScenarioRunner : public testing::Test {
  protected:
-  void SetUp() override {
-    const testing::TestInfo *info = testing::UnitTest::GetInstance()->current_test_info();
-    root_ = fs::path(testing::TempDir()) / ("corvane_" + std::string(info->name()));
-    fs::remove_all(root_);
-    Write("claim/data/orders.data", "order\n");
-  }
-  void TearDown() override { fs::remove_all(root_); }
-
+  void SetUp() override { Write("claim/data/orders.data", "order\n"); }
   void Write(const std::string &name, const std::string &bytes) {
     fs::create_directories((root_ / name).parent_path());
     std::ofstream(root_ / name, std::ios::binary) << bytes;
@@ -36,7 +31,8 @@ class ScenarioRunner : public testing::Test {
     return Perform({root_ / "claim", root_ / "work", root_ / "program", seconds});
   }
 
-  fs::path root_;
+  support::TemporaryFolder folder_;
+  fs::path root_ = folder_.path();
 };
 
 TEST_F(ScenarioRunner, GathersStatusChannelsAndChangedFiles) {

@@ -11,6 +11,7 @@
 
 #include "scripted_lp_simplex.h"
 #include "solver/callable_library.h"
+#include "temporary_folder.h"
 
 namespace scripted_lp {
 namespace {
@@ -271,7 +272,8 @@ TEST_F(ScriptedLpTest, ForgetsEverythingAtReset) {
 }
 
 TEST_F(ScriptedLpTest, TakesScriptAndFileFromTheEnvironment) {
-  const std::string path = testing::TempDir() + "scripted_lp_calls";
+  const corvane::support::TemporaryFolder folder;
+  const std::string path = folder.file("calls");
   setenv("CORVANE_SCRIPTED_LP_LOG", path.c_str(), 1);
   setenv("CORVANE_SCRIPTED_LP_SCRIPT", "open:1=5", 1);
   scripted_lp_reset_from_environment();
