@@ -2,7 +2,9 @@
 
 #include <QFile>
 #include <iostream>
+#include <sstream>
 
+#include "checks/check_run.h"
 #include "convert/convert_files.h"
 #include "core/text.h"
 #include "programs/command_line.h"
@@ -96,6 +98,21 @@ std::optional<Request> requestOf(const CommandLine &line) {
   return takeTableOptions(line, request) ? std::optional(request) : std::nullopt;
 }
 
+// Lets the checker look at the mill with its new data. What it finds is told, and is no fault of
+// the conversion.
+void checkResult(const QString &folder, bool quiet) {
+  checks::CheckOptions options;
+  options.argument = utf8(folder);
+  std::ostringstream found;
+  std::ostringstream fault;
+  const int status = checks::runCheck(options, found, fault);
+  if (status == checks::kExitFindings || (status == checks::kExitClean && !quiet)) {
+    std::cout << std::endl << found.str();
+  } else if (status == checks::kExitNotChecked && !quiet) {
+    std::cout << "Not checked yet: " << fault.str();
+  }
+}
+
 int run(int argc, char **argv) {
   CommandLine line = commandLine();
   if (const auto status = line.parse(argc, argv, std::cout, std::cerr)) {
@@ -110,7 +127,12 @@ int run(int argc, char **argv) {
     return kExitUsage;
   }
   std::ostream silent(nullptr);
-  return convertFiles(*request, line.has(text("quiet")) ? silent : std::cout, std::cerr) ? 0 : 1;
+  const bool quiet = line.has(text("quiet"));
+  if (!convertFiles(*request, quiet ? silent : std::cout, std::cerr)) {
+    return 1;
+  }
+  checkResult(request->folder, quiet);
+  return 0;
 }
 
 }  // namespace
