@@ -22,6 +22,8 @@ bool setValue(bench::MillShape &shape, const std::string &key, const std::string
                                                  {"newpatterns", &shape.newPatterns},
                                                  {"customers", &shape.customers},
                                                  {"modes", &shape.modes},
+                                                 {"reels", &shape.reelsADay},
+                                                 {"farfreight", &shape.farFreight},
                                                  {"attempts", &shape.attempts}};
   if (const auto entry = integers.find(key); entry != integers.end()) {
     *entry->second = std::atoi(value.c_str());
@@ -41,7 +43,7 @@ bool setValue(bench::MillShape &shape, const std::string &key, const std::string
 
 int usage() {
   std::cerr << "usage: make_mill FOLDER [grades=|widths=|deckles=|periods=|inpattern=|newpatterns=|"
-               "orders=|customers=|modes=|pick=|attempts=|delay=|seed=]...\n";
+               "orders=|customers=|modes=|pick=|attempts=|delay=|reels=|farfreight=|seed=]...\n";
   return EXIT_FAILURE;
 }
 

@@ -99,7 +99,7 @@ class MillWriter {
     for (int grade = 0; grade < shape_.grades; ++grade) {
       for (int deckle = 0; deckle < shape_.deckleWidths; ++deckle) {
         file << millName(deckle % kMills) << ",W" << deckle + 1 << ',' << gradeName(grade) << ','
-             << kWidestDeckle - kDeckleStep * deckle << ",50,60.5,12.25\n";
+             << kWidestDeckle - kDeckleStep * deckle << ',' << shape_.reelsADay << ",60.5,12.25\n";
       }
     }
   }
@@ -162,7 +162,8 @@ class MillWriter {
       for (int mill = 0; mill < std::min(kMills, shape_.deckleWidths); ++mill) {
         for (int mode = 0; mode < std::min(3, shape_.modes); ++mode) {
           file << customerName(customer) << ',' << millName(mill) << ',' << kModes[mode] << ','
-               << draws_.between(10, 40) << ".25," << mode << '\n';
+               << draws_.between(10, 40) * (mill == customer % kMills ? 1 : shape_.farFreight)
+               << ".25," << mode << '\n';
         }
       }
     }

@@ -16,6 +16,8 @@ struct MillShape {
   long long orders = 1000;
   int customers = 50;
   int modes = 2;              // of transport
+  int reelsADay = 50;         // of each cutter
+  int farFreight = 1;         // how many times as much freight costs from all mills but one
   double pickSetSize = 10.0;  // percent
   int attempts = 1000;        // stop generating threshold
   bool delay = true;
