@@ -54,24 +54,26 @@ void setLimits(Model &model, const WholeLimits &limits) {
 
 }  // namespace
 
-std::optional<WholeSolution> solveWhole(const LinearModel &program, const WholeLimits &limits) {
+WholeAnswer solveWhole(const LinearModel &program, const WholeLimits &limits) {
   Model model(program);
   setLimits(model, limits);
   Cbc_solve(model.get());
+  WholeAnswer answer;
+  answer.isOptimal =
+      Cbc_isProvenOptimal(model.get()) != 0 || Cbc_isProvenInfeasible(model.get()) != 0;
   const double *values = Cbc_bestSolution(model.get());
   if (values == nullptr || !(Cbc_getObjValue(model.get()) < limits.cutoff)) {
-    return std::nullopt;
+    return answer;
   }
-  WholeSolution solution{{values, values + program.whole.size()},
-                         Cbc_getObjValue(model.get()),
-                         Cbc_getBestPossibleObjValue(model.get()),
-                         Cbc_isProvenOptimal(model.get()) != 0};
+  answer.isFound = true;
+  answer.values.assign(values, values + program.whole.size());
+  answer.cost = Cbc_getObjValue(model.get());
   for (std::size_t column = 0; column < program.whole.size(); ++column) {
     if (program.whole[column] != 0) {
-      solution.values[column] = std::round(solution.values[column]);
+      answer.values[column] = std::round(answer.values[column]);
     }
   }
-  return solution;
+  return answer;
 }
 
 }  // namespace corvane::plan

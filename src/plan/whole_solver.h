@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <vector>
 
 #include "plan/linear_model.h"
@@ -16,15 +15,15 @@ struct WholeLimits {
   double cutoff = kInfinite;  // only solutions of less cost count
 };
 
-struct WholeSolution {
-  std::vector<double> values;
+struct WholeAnswer {
+  bool isFound = false;  // a solution below the cutoff
+  // Nothing costs less, within the gap: than the solution found, or than the cutoff.
+  bool isOptimal = false;
+  std::vector<double> values;  // of the solution; whole ones exactly so
   double cost = 0;
-  double bound = 0;        // no solution costs less
-  bool isOptimal = false;  // within the gap
 };
 
-// Branch and cut by CBC, which says nothing. Nothing where there is no solution below the cutoff,
-// or none was found within the limits. Whole values are exact.
-std::optional<WholeSolution> solveWhole(const LinearModel &program, const WholeLimits &limits);
+// Branch and cut by CBC, which says nothing.
+WholeAnswer solveWhole(const LinearModel &program, const WholeLimits &limits);
 
 }  // namespace corvane::plan

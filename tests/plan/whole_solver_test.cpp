@@ -41,37 +41,38 @@ LinearModel hardProgram() {
 }
 
 TEST(SolveWhole, FindsTheCheapestWholeSolution) {
-  const auto solution = solveWhole(coverProgram(14), {});
-  ASSERT_TRUE(solution);
-  EXPECT_THAT(solution->values, ElementsAre(0, 3));
-  EXPECT_NEAR(solution->cost, 9, 1e-9);
-  EXPECT_TRUE(solution->isOptimal);
+  const WholeAnswer solution = solveWhole(coverProgram(14), {});
+  ASSERT_TRUE(solution.isFound);
+  EXPECT_THAT(solution.values, ElementsAre(0, 3));
+  EXPECT_NEAR(solution.cost, 9, 1e-9);
+  EXPECT_TRUE(solution.isOptimal);
 }
 
 TEST(SolveWhole, LeavesOtherColumnsFractional) {
   LinearModel program = coverProgram(14);
   program.whole = {1, 0};
-  EXPECT_NEAR(solveWhole(program, {})->cost, 14 * 3 / 5.0, 1e-9);
+  EXPECT_NEAR(solveWhole(program, {}).cost, 14 * 3 / 5.0, 1e-9);
 }
 
 TEST(SolveWhole, CountsOnlyWhatCostsLessThanTheCutoff) {
-  EXPECT_FALSE(solveWhole(coverProgram(14), {.cutoff = 8.9}));
-  EXPECT_TRUE(solveWhole(coverProgram(14), {.cutoff = 9.1}));
+  const WholeAnswer none = solveWhole(coverProgram(14), {.cutoff = 8.9});
+  EXPECT_FALSE(none.isFound);
+  EXPECT_TRUE(none.isOptimal);
+  EXPECT_TRUE(solveWhole(coverProgram(14), {.cutoff = 9.1}).isFound);
 }
 
 TEST(SolveWhole, IsNothingWhereThereIsNoSolution) {
   LinearModel program = coverProgram(14);
   program.upper = {1, 1};
-  EXPECT_FALSE(solveWhole(program, {}));
+  EXPECT_FALSE(solveWhole(program, {}).isFound);
 }
 
 TEST(SolveWhole, EndsAtItsNodesAndIsTheSameAgain) {
-  const auto once = solveWhole(hardProgram(), {.nodes = 50});
-  const auto again = solveWhole(hardProgram(), {.nodes = 50});
-  ASSERT_TRUE(once && again);
-  EXPECT_FALSE(once->isOptimal);
-  EXPECT_LT(once->bound, once->cost);
-  EXPECT_EQ(once->values, again->values);
+  const WholeAnswer once = solveWhole(hardProgram(), {.nodes = 50});
+  const WholeAnswer again = solveWhole(hardProgram(), {.nodes = 50});
+  ASSERT_TRUE(once.isFound);
+  EXPECT_FALSE(once.isOptimal);
+  EXPECT_EQ(once.values, again.values);
 }
 
 TEST(SolveWhole, SaysNothing) {

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "plan/reel_search.h"
+
+namespace corvane::plan {
+
+// Plans of whole reels. Reels are whole in patterns only, for with them fixed the rest is a
+// network, whose vertices are whole.
+//
+//   1. A first plan by diving (reel_dive.h), within seconds.
+//   2. Up to kDirectReels whole columns: CBC on the whole model, for plans better than the first.
+//   3. Beyond, or where that does not end: neighbourhoods (reel_neighbourhood.h), one grade in one
+//      period after the other, then the machines in one period, then grades in two, then whole
+//      periods; each with the reels that the plan has, those of the LP, and those of the least
+//      reduced costs. Where a round makes nothing better the neighbourhoods grow, until the gap is
+//      reached, the time is up, or they have grown for nothing.
+//
+// Searches end by numbers of nodes. So a run that the clock does not end is the same every time;
+// one that it ends may differ.
+
+struct WholeReelOptions {
+  double seconds = 60;  // from the start; 0: no limit
+  double gap = 0;       // to the LP; no search goes on below it
+};
+
+struct WholeReels {
+  ReelPlan plan;    // its reels; the rest is best solved again
+  std::string way;  // "direct", "dive" or "neighbourhoods", with "ended by time" where it was
+};
+
+// Told of every better plan: its distance to the LP in the merged objective, relative.
+using WholeReelProgress = std::function<void(const std::string &way, double gap)>;
+
+inline constexpr std::size_t kDirectReels = 500;
+
+// `optimum` solves the LP in two steps: its objective bounds the plan's, its reduced costs choose
+// reels. Nothing when the time was up before there was a plan.
+std::optional<WholeReels> planWholeReels(const ReelSpace &space, const LinearSolution &optimum,
+                                         const WholeReelOptions &options,
+                                         const WholeReelProgress &progress);
+
+}  // namespace corvane::plan
