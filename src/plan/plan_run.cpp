@@ -1,21 +1,27 @@
 #include "plan/plan_run.h"
 
+#include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <ostream>
 
 #include "core/progress.h"
 #include "network/network_reader.h"
+#include "plan/improve_step.h"
 #include "plan/linear_solver.h"
 #include "plan/pattern_pool.h"
 #include "plan/plan_files.h"
 #include "plan/plan_screen.h"
 #include "plan/two_steps.h"
+#include "plan/whole_step.h"
 
 namespace corvane::plan {
 
 namespace {
 
 constexpr int kNoPlan = 1;
+// Whole reels may be bettered for hours; unless told otherwise a planner waits for so long.
+constexpr double kWholeReelSeconds = 60;
 
 class PlanRun {
  public:
@@ -25,6 +31,7 @@ class PlanRun {
   int run() {
     read();
     addPools();
+    improve();
     return plan();
   }
 
@@ -54,6 +61,14 @@ class PlanRun {
     lap("pool");
   }
 
+  void improve() {
+    if (request_.improve) {
+      improved_.emplace(request_.mill, network_, problem_);
+      improved_->run(request_.timeLimit, progress_);
+      lap("improve");
+    }
+  }
+
   int plan() {
     const CompactLp lp(problem_);
     LinearSolver solver(lp.model());
@@ -62,8 +77,7 @@ class PlanRun {
       return "Solving " + std::to_string(lp.model().rows()) + " rows and " +
              std::to_string(lp.model().columns()) + " columns";
     });
-    const LinearSolution solution =
-        TwoSteps(problem_, lp, solver, {request_.timeLimit, {}}).solve();
+    LinearSolution solution = TwoSteps(problem_, lp, solver, {request_.timeLimit, {}}).solve();
     lap("solve");
     progress_.finish();
     if (solution.status != Status::kOptimal) {
@@ -71,15 +85,68 @@ class PlanRun {
            << (solution.status == Status::kStopped ? " within the time given" : "") << ".\n";
       return kNoPlan;
     }
-    if (!request_.mpsFile.empty() && !solver.writeMps(request_.mpsFile, columnNames(lp), {})) {
+    const std::vector<int> whole = isWhole() ? ReelSpace(problem_, lp).reels() : std::vector<int>();
+    if (!request_.mpsFile.empty() && !solver.writeMps(request_.mpsFile, columnNames(lp), whole)) {
       return cannotWrite(request_.mpsFile);
     }
+    SolverRecord solved = recordOf(lp);
+    const Plan linear = readPlan(problem_, lp, solution.primal);
+    const Totals bound = sumUp(network_, problem_, linear);
+    solved.lpUnmet = bound.unmetRolls;
+    solved.lpCost = bound.cost.total();
+    if (isWhole() && !makeWhole(lp, solution, solved)) {
+      err_ << "corvane-plan: no plan of whole reels was found within the time given.\n";
+      return kNoPlan;
+    }
     PlanRecord record =
-        makeRecord(network_, problem_, readPlan(problem_, lp, solution.primal), recordOf(lp));
-    record.solver.lpUnmet = record.totals.unmetRolls;
-    record.solver.lpCost = record.totals.cost.total();
+        makeRecord(network_, problem_, readPlan(problem_, lp, solution.primal), solved);
+    if (solved.wholeReels && solved.lpCost > 0.0) {
+      record.solver.gapToLp = record.totals.cost.total() / solved.lpCost - 1.0;
+    }
     lap("check");
-    return tell(record);
+    const int status = tell(record);
+    return status == 0 ? tellImproved(linear, record.plan) : status;
+  }
+
+  // A file with batches asks for whole reels.
+  bool isWhole() const { return request_.wholeReels || network_.batch; }
+
+  bool makeWhole(const CompactLp &lp, LinearSolution &solution, SolverRecord &record) {
+    const double seconds = request_.timeLimit > 0.0 ? request_.timeLimit : kWholeReelSeconds;
+    const std::optional<WholeStepResult> whole =
+        planWhole(problem_, lp, solution, {seconds, request_.gap}, progress_);
+    progress_.finish();
+    lap("whole_reels");
+    if (!whole || whole->solution.status != Status::kOptimal) {
+      return false;
+    }
+    solution = whole->solution;
+    record.wholeReels = true;
+    record.way = whole->way;
+    return true;
+  }
+
+  // The improved model needs the patterns of both the linear plan and the one that is told.
+  int tellImproved(const Plan &linear, const Plan &plan) {
+    if (!improved_) {
+      return 0;
+    }
+    const std::string file = request_.outputFolder + "/CV-improved.imp";
+    if (request_.mill) {
+      std::vector<double> reels = linear.reels;
+      std::transform(reels.begin(), reels.end(), plan.reels.begin(), reels.begin(),
+                     [](double a, double b) { return std::max(a, b); });
+      if (!improved_->writeModel(reels, file)) {
+        return cannotWrite(file);
+      }
+    }
+    if (!request_.quiet) {
+      out_ << "  Improved   " << improved_->summary() << "\n             "
+           << (request_.mill ? "the model with these patterns is in " + file
+                             : "no improved model: it is made of the input files of a folder")
+           << '\n';
+    }
+    return 0;
   }
 
   SolverRecord recordOf(const CompactLp &lp) const {
@@ -89,6 +156,20 @@ class PlanRun {
     record.nonzeros = lp.model().start.back();
     if (!request_.poolFiles.empty()) {
       record.figures.emplace_back("pooled_patterns", pooled_);
+    }
+    if (improved_) {
+      const ImproveReport &report = improved_->report();
+      record.figures.emplace_back("improve_rolls_in_pattern", improved_->limit());
+      record.figures.emplace_back("improve_rounds", report.rounds);
+      record.figures.emplace_back("improve_patterns", report.patterns);
+      record.figures.emplace_back("improve_complete", report.isComplete ? 1 : 0);
+      if (!std::isnan(report.cost)) {
+        record.figures.emplace_back("improve_first_cost", report.firstCost);
+        record.figures.emplace_back("improve_cost", report.cost);
+        record.figures.emplace_back("improve_cost_bound", report.costBound);
+      }
+      record.figures.emplace_back("improve_unmet", report.unmet);
+      record.figures.emplace_back("improve_unmet_bound", report.unmetBound);
     }
     return record;
   }
@@ -137,6 +218,7 @@ class PlanRun {
   Network network_;
   PlanProblem problem_;
   int pooled_ = 0;
+  std::optional<ImproveStep> improved_;
   Clock::time_point last_ = Clock::now();
   std::vector<std::pair<std::string, double>> seconds_;
 };

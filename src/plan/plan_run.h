@@ -1,9 +1,11 @@
 #pragma once
 
 #include <iosfwd>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "app/run_parameters.h"
 #include "plan/plan_problem.h"
 
 namespace corvane::plan {
@@ -14,10 +16,15 @@ struct PlanRequest {
   std::string outputFolder;  // made where it is missing
   ProblemOptions problem;
   std::vector<std::string> poolFiles;  // import files of other runs of the same mill
-  double timeLimit = 0.0;              // seconds; 0: none
-  std::string mpsFile;                 // empty: none
-  bool quiet = false;                  // no screen and no warnings
-  bool timings = false;                // seconds in the record
+  // Of the run that wrote the import file, where a folder is planned.
+  std::optional<RunParameters> mill;
+  bool improve = false;     // price new patterns
+  bool wholeReels = false;  // also without, where the file asks for it
+  double gap = 0.0;         // of whole reels, relative to the bound
+  double timeLimit = 0.0;   // seconds for each of reading, improving and planning; 0: none
+  std::string mpsFile;      // empty: none
+  bool quiet = false;       // no screen and no warnings
+  bool timings = false;     // seconds in the record
 };
 
 // Reads, plans, checks and writes. Returns the exit status: 0 with a plan, 1 without one. Throws

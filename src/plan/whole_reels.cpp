@@ -15,7 +15,8 @@ namespace {
 
 // Columns in the plan, or in the LP's, when they are above this.
 constexpr double kUsed = 1e-6;
-constexpr int kDirectNodes = 20000;
+constexpr double kDirectGap = 1e-5;
+constexpr int kDirectNodes = 5000;
 constexpr double kDirectShare = 0.5;  // of the time
 
 // The size of a neighbourhood in the first round: reels, nodes, and seconds lest one eat all.
@@ -99,7 +100,7 @@ class Search {
     WholeLimits limits;
     limits.nodes = kDirectNodes;
     limits.seconds = std::min(kDirectShare * secondsLeft(), 1e6);
-    limits.gap = options_.gap;
+    limits.gap = std::max(options_.gap, kDirectGap);
     const ReelNeighbourhood everything(space_, plan_, space_.reels());
     const NeighbourhoodResult result = everything.search(limits);
     if (result.plan) {

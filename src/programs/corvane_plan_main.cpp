@@ -21,6 +21,9 @@ std::vector<CommandOption> options() {
       {{"delays"}, "by-mill", "what if each mill keeps its own transit time"},
       {{"keep-impossible"}, "", "run patterns that are wider than their deckle too"},
       {{"pool"}, "FOLDER", "offer the patterns of this run of the same mill too; may be repeated"},
+      {{"improve"}, "", "price patterns that are not in the file and may make the plan cheaper"},
+      {{"whole-reels"}, "", "plan reels in whole numbers"},
+      {{"gap"}, "FRACTION", "end at whole reels this close to the bound: 0.01 for 1 %"},
       {{"time-limit"}, "SECONDS", "stop after so much time"},
       {{"write-mps"}, "FILE", "write the linear programme for another solver"},
       {{"timings"}, "", "tell in plan.json how long each step took"},
@@ -70,13 +73,25 @@ int planWith(const CommandLine &line) {
       return line.refuse("--time-limit takes seconds above 0", std::cerr);
     }
   }
+  request.improve = line.has("improve");
+  request.wholeReels = line.has("whole-reels");
+  if (line.has("gap")) {
+    bool isNumber = false;
+    request.gap = line.value("gap").toDouble(&isNumber);
+    if (!isNumber || !(request.gap >= 0.0)) {
+      return line.refuse("--gap takes a fraction, 0 or more", std::cerr);
+    }
+  }
   if (line.has("import-file") && !line.arguments().isEmpty()) {
     return line.refuse("either a folder or --import-file", std::cerr);
   }
   const std::string folder = line.arguments().isEmpty() ? "" : utf8(line.arguments().first());
-  request.importFile =
-      resolved(line.has("import-file") ? utf8(line.value("import-file"))
-                                       : plan::importFileOfMill(folder, std::cerr));
+  if (line.has("import-file")) {
+    request.importFile = resolved(utf8(line.value("import-file")));
+  } else {
+    request.mill = plan::parametersOfMill(folder, std::cerr);
+    request.importFile = resolved(utf8(request.mill->output));
+  }
   for (const QString &pool : line.values("pool")) {
     request.poolFiles.push_back(importFileOf(utf8(pool)));
   }

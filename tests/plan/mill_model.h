@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <random>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -33,6 +34,55 @@ class MillModel {
  private:
   support::TemporaryFolder folder_;
   RunParameters parameters_;
+};
+
+// Two mills, two periods, random widths and demands; machines that may be short of time.
+class RandomMill {
+ public:
+  explicit RandomMill(unsigned seed) : random_(seed) {
+    for (int i = 0; i < 2 + below(3); ++i) {
+      const double width = 15 + below(400) / 8.0;
+      if (std::find(widths_.begin(), widths_.end(), width) == widths_.end()) {
+        widths_.push_back(width);
+      }
+    }
+    std::sort(widths_.rbegin(), widths_.rend());
+    deckle_ = widths_.front() + below(800) / 8.0;
+  }
+
+  const std::vector<double> &widths() const { return widths_; }
+  double deckle() const { return deckle_; }
+
+  MillModel model() {
+    const std::string deckle = text(deckle_);
+    return MillModel("M1,W1,G," + deckle + "," + std::to_string(1 + below(12)) + ",2,1.5\n" +
+                         "M2,W2,G," + deckle + "," + std::to_string(1 + below(12)) + ",2,2.5\n",
+                     orders(), "A,M1,Road,50,0\nA,M2,Rail,90,1\nB,M1,Road,80,0\nB,M2,Road,30,0\n");
+  }
+
+ private:
+  int below(int bound) { return static_cast<int>(random_() % static_cast<unsigned>(bound)); }
+
+  static std::string text(double number) {
+    std::ostringstream out;
+    out << number;
+    return out.str();
+  }
+
+  std::string orders() {
+    std::string lines;
+    for (const double width : widths_) {
+      for (const char *customer : {"A", "B"}) {
+        lines += std::to_string(1 + below(2)) + ",G," + text(width) + ',' +
+                 std::to_string(1 + below(60)) + ',' + customer + '\n';
+      }
+    }
+    return lines;
+  }
+
+  std::mt19937 random_;
+  std::vector<double> widths_;
+  double deckle_ = 0;
 };
 
 // Every pattern of one to `limit` rolls that the deckle holds. REQUIRES widths by size, widest

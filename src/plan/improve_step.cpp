@@ -1,0 +1,93 @@
+#include "plan/improve_step.h"
+
+#include <algorithm>
+#include <cmath>
+#include <fstream>
+
+#include "core/files.h"
+#include "core/numbers.h"
+#include "plan/mill_names.h"
+
+namespace corvane::plan {
+
+namespace {
+
+// Reels below this are what a solver's tolerances leave of 0.
+constexpr double kUsed = 1e-9;
+
+int mostRolls(const PlanProblem &problem) {
+  double most = 1;
+  for (const Pattern &pattern : problem.patterns) {
+    double rolls = 0;
+    for (const Yield &yield : pattern.yields) {
+      rolls += yield.rolls;
+    }
+    most = std::max(most, rolls);
+  }
+  return static_cast<int>(most);
+}
+
+std::string lineOf(const ImproveReport &report) {
+  return "Improving: round " + std::to_string(report.rounds) + ", " +
+         std::to_string(report.patterns) + " patterns" +
+         (std::isnan(report.cost) ? ", " + fixed(report.unmet, 0) + " rolls unmet"
+                                  : ", cost " + fixed(report.cost, 0));
+}
+
+}  // namespace
+
+ImproveStep::ImproveStep(const std::optional<RunParameters> &mill, Network &network,
+                         PlanProblem &problem)
+    : mill_(mill),
+      network_(network),
+      problem_(problem),
+      limit_(mill ? static_cast<int>(mill->maximumWidthsInPattern) : mostRolls(problem)) {}
+
+void ImproveStep::run(double seconds, ProgressLine &progress) {
+  std::vector<CutterMenu> menus = cutterMenus(network_, problem_);
+  if (mill_) {
+    MillNames(MillInputs(*mill_)).makeExact(menus, problem_);
+  }
+  report_ = improvePatterns(
+      network_, problem_, menus, {limit_, seconds},
+      [&](const ImproveReport &report) { progress.show([&] { return lineOf(report); }); });
+}
+
+std::string ImproveStep::summary() const {
+  const std::string work = std::to_string(report_.patterns) + " patterns in " +
+                           std::to_string(report_.rounds) + " rounds";
+  if (std::isnan(report_.cost)) {
+    return work + ", ended by time: of " + fixed(report_.firstUnmet, 1) + " rolls unmet " +
+           fixed(report_.unmet, 1) + " are left, and no patterns leave fewer than " +
+           fixed(std::max(report_.unmetBound, 0.0), 1);
+  }
+  const std::string gain =
+      work + ": cost " + fixed(report_.firstCost, 0) + " to " + fixed(report_.cost, 0);
+  const std::string all = " of at most " + std::to_string(limit_) + " rolls";
+  if (report_.isComplete) {
+    return gain + "; no pattern" + all + " on these deckles can make the plan cheaper";
+  }
+  return gain + ", ended by time; no patterns" + all + " can bring it below " +
+         fixed(std::max(report_.costBound, 0.0), 0);
+}
+
+bool ImproveStep::writeModel(const std::vector<double> &reels, const std::string &file) const {
+  const std::size_t periods = problem_.periodCount();
+  std::vector<bool> isKept(problem_.patterns.size());
+  for (std::size_t pattern = 0; pattern < isKept.size(); ++pattern) {
+    const auto first = reels.begin() + static_cast<std::ptrdiff_t>(pattern * periods);
+    isKept[pattern] = !problem_.patterns[pattern].offered ||
+                      std::any_of(first, first + static_cast<std::ptrdiff_t>(periods),
+                                  [](double count) { return count > kUsed; });
+  }
+  const MillInputs inputs(*mill_);
+  std::ofstream stream;
+  if (!openForWriting(stream, file, std::ios::trunc)) {
+    return false;
+  }
+  writeImprovedModel(inputs, MillNames(inputs).slitPatterns(problem_, isKept), stream);
+  stream.close();
+  return !stream.fail();
+}
+
+}  // namespace corvane::plan

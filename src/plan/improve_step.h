@@ -1,0 +1,42 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/run_parameters.h"
+#include "core/progress.h"
+#include "plan/pattern_improver.h"
+
+namespace corvane::plan {
+
+// The part of a run that improves the patterns and writes the improved model.
+class ImproveStep {
+ public:
+  // `mill` are the parameters of the run that wrote the network, where they are known: they say how
+  // many rolls a pattern may hold, and name the inputs, whose widths have more digits than the
+  // file's. Else a pattern may hold as many rolls as the largest of the network.
+  ImproveStep(const std::optional<RunParameters> &mill, Network &network, PlanProblem &problem);
+
+  // Adds patterns to the network and the problem.
+  void run(double seconds, ProgressLine &progress);
+
+  int limit() const { return limit_; }
+  const ImproveReport &report() const { return report_; }
+  // One line for a planner: from what to what, and what holds of all other patterns.
+  std::string summary() const;
+
+  // Writes the import file of the mill with the patterns of the file and those of the others that
+  // the plan uses (reels by pattern and period, period by period). REQUIRES the parameters. False
+  // when it cannot be written.
+  bool writeModel(const std::vector<double> &reels, const std::string &file) const;
+
+ private:
+  const std::optional<RunParameters> &mill_;
+  Network &network_;
+  PlanProblem &problem_;
+  int limit_;
+  ImproveReport report_;
+};
+
+}  // namespace corvane::plan
