@@ -47,12 +47,17 @@ def merged(build):
 
 def exported(build, sources):
     """What llvm-cov knows of the files below the folder."""
+    build = os.path.abspath(build)
     paths = programs(build)
     command = [tool("llvm-cov"), "export", "-skip-functions", "-skip-expansions",
                "-instr-profile", merged(build), paths[0]]
     command += [argument for path in paths[1:] for argument in ("-object", path)]
-    done = subprocess.run(command + [sources], capture_output=True, check=True)
-    return json.loads(done.stdout)["data"][0]["files"]
+    done = subprocess.run(command, capture_output=True, check=True)
+    files = json.loads(done.stdout)["data"][0]["files"]
+    for file in files:
+        # A compiler may have been told paths relative to the build folder.
+        file["filename"] = os.path.normpath(os.path.join(build, file["filename"]))
+    return [file for file in files if file["filename"].startswith(sources + os.sep)]
 
 
 def unreached_lines(segments):
