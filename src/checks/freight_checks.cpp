@@ -77,7 +77,7 @@ bool meetInAGrade(const MillView &view, const RateRow &a, const RateRow &b) {
   return std::any_of(
       view.index.cutters.begin(), view.index.cutters.end(), [&](const auto &gradeAndCutters) {
         const auto &[grade, cutters] = gradeAndCutters;
-        const auto isAt = [&](TextId mill) {
+        const auto isAt = [&cutters = cutters](TextId mill) {
           return std::any_of(cutters.begin(), cutters.end(),
                              [mill](const CutterRow *cutter) { return cutter->location == mill; });
         };

@@ -132,7 +132,8 @@ class NodeNames {
       if (isSameSet && std::get<2>(orders[i - 1]) == widthNumber) {
         continue;
       }
-      const auto add = [&](Role role, TextId mode, double ofWidth) {
+      const auto add = [this, grade = grade, customer = customer, line = line](
+                           Role role, TextId mode, double ofWidth) {
         nodes_.push_back(
             {role, grade, customer, mode, ofWidth, &view_.orderFile(), line, kOrderCustomer});
       };

@@ -64,17 +64,18 @@ class PeriodChecks {
         kept.push_back(period);
         continue;
       }
-      const auto [first, isNew] = byNumbers.try_emplace(period.name.numbers, &period);
-      if (isNew) {
+      const auto entry = byNumbers.try_emplace(period.name.numbers, &period);
+      const Period &first = *entry.first->second;
+      if (entry.second) {
         kept.push_back(period);
         continue;
       }
       view_.sink.add(view_.orderFile(), Code::kPeriodSpelling, [&](Finding &finding) {
         placeAt(finding, view_.orderFile(), period.line, kOrderPeriod);
         finding.detail = view_.mill.quotedName(period.text) + " here and " +
-                         view_.mill.quotedName(first->second->text) + " in line " +
-                         std::to_string(first->second->line) + " are two periods";
-        replaceMarked(finding, view_.mill.text(first->second->text));
+                         view_.mill.quotedName(first.text) + " in line " +
+                         std::to_string(first.line) + " are two periods";
+        replaceMarked(finding, view_.mill.text(first.text));
       });
     }
     periods_ = std::move(kept);

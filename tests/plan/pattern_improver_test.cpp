@@ -87,7 +87,6 @@ TEST(ImprovePatterns, ReachesTheOptimumOfAllPatterns) {
 class ExactMill : public testing::Test {
  protected:
   static constexpr double kWide = 33.33333333;
-  static constexpr double kNarrow = 16.66666666;
 
   ExactMill()
       : model_("M1,W1,G,100,50,2,1.5\n",
