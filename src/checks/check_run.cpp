@@ -6,6 +6,7 @@
 
 #include "app/parameter_file.h"
 #include "checks/baseline.h"
+#include "checks/import_file_check.h"
 #include "checks/mending.h"
 #include "checks/report.h"
 #include "core/files.h"
@@ -167,6 +168,33 @@ int checkAll(const CheckOptions &options, const Selection &selection, std::ostre
   return sink.totals().all() > 0 ? kExitFindings : kExitClean;
 }
 
+// The mill beside it is only read, for its orders.
+int checkImport(const CheckOptions &options, const Selection &selection, std::ostream &out,
+                std::ostream &err) {
+  std::string bytes;
+  if (!readBytes(options.importFile, bytes)) {
+    return refuse(err, "could not open the import file " + options.importFile);
+  }
+  const SourceFile file(options.importFile, std::move(bytes));
+  const Place place = placeOf(options.argument);
+  FindingSink silent(Selection(), [](const Finding & /*finding*/) {}, {});
+  CheckedMill mill;
+  const auto read = [](const NamedPath &path, std::string &content) {
+    return readBytes(path.path.string(), content);
+  };
+  const bool hasMill = checkMill(place.parameterFile, place.folder, read, silent, mill);
+  const std::unique_ptr<Report> report = makeReport(options.format, out);
+  FindingSink sink(selection, [&](const Finding &finding) { report->show(finding); }, {});
+  checkImportFile(file, hasMill ? &mill.records : nullptr, sink);
+  report->end(sink.totals(), CheckSummary());
+  if (options.format == "text") {
+    out << "Read " << file.lineCount() << " lines of " << options.importFile
+        << (hasMill ? ", and the orders of " : "; no orders were compared, for want of ")
+        << place.parameterFile.shown << "." << std::endl;
+  }
+  return sink.totals().all() > 0 ? kExitFindings : kExitClean;
+}
+
 }  // namespace
 
 int runCheck(const CheckOptions &options, std::ostream &out, std::ostream &err) {
@@ -188,11 +216,15 @@ int runCheck(const CheckOptions &options, std::ostream &out, std::ostream &err) 
   if (options.unsafeFixes && options.fix.empty()) {
     return refuse(err, "--unsafe-fixes needs --fix");
   }
+  if (!options.importFile.empty() && !options.fix.empty()) {
+    return refuse(err, "--fix does not change import files");
+  }
   Selection selection;
   if (const std::string fault = select(options, selection); !fault.empty()) {
     return refuse(err, fault);
   }
-  return checkAll(options, selection, out, err);
+  return options.importFile.empty() ? checkAll(options, selection, out, err)
+                                    : checkImport(options, selection, out, err);
 }
 
 }  // namespace corvane::checks

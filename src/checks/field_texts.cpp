@@ -127,6 +127,11 @@ std::optional<Code> faultOfNumber(std::string_view field, FieldKind kind) {
   return faultOfCharacters(field);
 }
 
+bool hasControlCharacter(std::string_view text) {
+  const auto characters = textFromBytes(text).toUcs4();
+  return std::any_of(characters.begin(), characters.end(), isControl);
+}
+
 FieldFacts FieldTexts::lookAt(std::string_view field) {
   if (kind_ == FieldKind::kName) {
     return {faultOfName(field), texts_.idOf(field), 0};

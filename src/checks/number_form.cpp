@@ -180,12 +180,15 @@ NumberForm formOfQuantity(std::string_view field) {
   NumberForm form = formOfNumber(field);
   const std::string_view text = withoutOuterBlanks(field);
   const std::size_t point = text.find('.');
-  if (form.code || point == std::string_view::npos) {
+  if (point == std::string_view::npos) {
     return form;
   }
   constexpr std::array<std::string_view, 1> kPoint = {"."};
   const bool isWhole = text.find_first_not_of('0', point + 1) == std::string_view::npos;
   std::string joined = joinedGroups(text, kPoint);
+  if (form.code) {
+    return joined.empty() ? form : NumberForm{form.code, std::move(joined)};
+  }
   if (!joined.empty() && (isWhole || !isWidthInEighths(text))) {
     return {Code::kTextAfterNumber, std::move(joined)};
   }

@@ -33,6 +33,7 @@ corvane::CommandLine commandLine() {
           {{"baseline"}, "FILE", "say nothing of the findings in a file of --format json"},
           {{"fix"}, "DIR", "write corrected copies of the files below a folder"},
           {{"unsafe-fixes"}, {}, "with --fix: guesses too"},
+          {{"import-file"}, "FILE", "check an import file of the mill instead"},
           {{"max-per-code"}, "N", "show at most N findings of a code; 0: all (text: 10)"},
       }};
 }
@@ -53,6 +54,7 @@ int main(int argc, char **argv) {
   options.baseline = corvane::utf8(line.value("baseline"));
   options.fix = corvane::utf8(line.value("fix"));
   options.unsafeFixes = line.has("unsafe-fixes");
+  options.importFile = corvane::utf8(line.value("import-file"));
   if (line.has("format")) {
     options.format = corvane::utf8(line.value("format"));
   }
