@@ -36,12 +36,13 @@ std::string lineOf(const ImproveReport &report) {
 
 }  // namespace
 
+int rollsInPattern(const std::optional<RunParameters> &mill, const PlanProblem &problem) {
+  return mill ? static_cast<int>(mill->maximumWidthsInPattern) : mostRolls(problem);
+}
+
 ImproveStep::ImproveStep(const std::optional<RunParameters> &mill, Network &network,
                          PlanProblem &problem)
-    : mill_(mill),
-      network_(network),
-      problem_(problem),
-      limit_(mill ? static_cast<int>(mill->maximumWidthsInPattern) : mostRolls(problem)) {}
+    : mill_(mill), network_(network), problem_(problem), limit_(rollsInPattern(mill, problem)) {}
 
 void ImproveStep::run(double seconds, ProgressLine &progress) {
   std::vector<CutterMenu> menus = cutterMenus(network_, problem_);

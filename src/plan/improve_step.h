@@ -10,12 +10,15 @@
 
 namespace corvane::plan {
 
+// How many rolls a pattern may hold: as the parameters of the run that wrote the network say, where
+// they are known, else as many as the largest of the problem.
+int rollsInPattern(const std::optional<RunParameters> &mill, const PlanProblem &problem);
+
 // The part of a run that improves the patterns and writes the improved model.
 class ImproveStep {
  public:
-  // `mill` are the parameters of the run that wrote the network, where they are known: they say how
-  // many rolls a pattern may hold, and name the inputs, whose widths have more digits than the
-  // file's. Else a pattern may hold as many rolls as the largest of the network.
+  // `mill` are the parameters of the run that wrote the network, where they are known: they
+  // name the inputs, whose widths have more digits than the file's.
   ImproveStep(const std::optional<RunParameters> &mill, Network &network, PlanProblem &problem);
 
   // Adds patterns to the network and the problem.

@@ -26,6 +26,8 @@ struct LinearModel {
   std::vector<int> rowOf;
   std::vector<double> value;
 
+  bool operator==(const LinearModel &other) const = default;
+
   int columns() const { return static_cast<int>(cost.size()); }
   int rows() const { return static_cast<int>(rowLower.size()); }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "network/network.h"
+#include "plan/advice.h"
 #include "plan/plan.h"
 #include "plan/totals.h"
 
@@ -28,12 +29,6 @@ struct SolverRecord {
   std::vector<std::pair<std::string, double>> seconds;
 };
 
-// Something that would make the plan better, in a line.
-struct Advice {
-  std::string kind;
-  std::string text;
-};
-
 // A solved plan with everything that is told of it. The network and the problem are the caller's.
 struct PlanRecord {
   const Network &network;
@@ -43,7 +38,7 @@ struct PlanRecord {
   SolverRecord solver;
   std::vector<network::Warning> warnings;  // by line
   std::vector<std::string> faults;         // empty, or the plan is wrong
-  std::vector<Advice> advice;
+  std::vector<Advice> advice;              // what else would pay; empty unless it was asked for
 };
 
 // Explains what is unmet, sums up, checks every equation and gathers the warnings.

@@ -7,6 +7,7 @@
 
 #include "core/progress.h"
 #include "network/network_reader.h"
+#include "plan/advice.h"
 #include "plan/improve_step.h"
 #include "plan/linear_solver.h"
 #include "plan/pattern_pool.h"
@@ -77,7 +78,8 @@ class PlanRun {
       return "Solving " + std::to_string(lp.model().rows()) + " rows and " +
              std::to_string(lp.model().columns()) + " columns";
     });
-    LinearSolution solution = TwoSteps(problem_, lp, solver, {request_.timeLimit, {}}).solve();
+    TwoSteps steps(problem_, lp, solver, {request_.timeLimit, {}});
+    LinearSolution solution = steps.solve();
     lap("solve");
     progress_.finish();
     if (solution.status != Status::kOptimal) {
@@ -94,6 +96,8 @@ class PlanRun {
     const Totals bound = sumUp(network_, problem_, linear);
     solved.lpUnmet = bound.unmetRolls;
     solved.lpCost = bound.cost.total();
+    std::vector<Advice> advice =
+        advise({network_, problem_, lp, solution, steps.unmetDual(), bound});
     if (isWhole() && !makeWhole(lp, solution, solved)) {
       err_ << "corvane-plan: no plan of whole reels was found within the time given.\n";
       return kNoPlan;
@@ -103,9 +107,27 @@ class PlanRun {
     if (solved.wholeReels && solved.lpCost > 0.0) {
       record.solver.gapToLp = record.totals.cost.total() / solved.lpCost - 1.0;
     }
+    record.advice = std::move(advice);
     lap("check");
     const int status = tell(record);
     return status == 0 ? tellImproved(linear, record.plan) : status;
+  }
+
+  // Only days come for nothing; nobody waits for the rest who does not read it.
+  std::vector<Advice> advise(const LinearOptimum &optimum) {
+    std::vector<Advice> advice = adviseDays(optimum);
+    if (!request_.quiet && optimum.lp.model().rows() <= kMostAdviceRows) {
+      progress_.show([] { return std::string("Looking for what else would pay"); });
+      for (const std::vector<Advice> &more :
+           {adviseWhatIfs(optimum, request_.timeLimit),
+            request_.improve ? std::vector<Advice>()
+                             : advisePatterns(optimum, rollsInPattern(request_.mill, problem_))}) {
+        advice.insert(advice.end(), more.begin(), more.end());
+      }
+      progress_.finish();
+    }
+    lap("advice");
+    return advice;
   }
 
   // A file with batches asks for whole reels.

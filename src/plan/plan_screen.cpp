@@ -6,6 +6,7 @@
 #include <ostream>
 
 #include "core/numbers.h"
+#include "plan/figures.h"
 #include "plan/unmet_reasons.h"
 
 namespace corvane::plan {
@@ -15,25 +16,6 @@ namespace {
 constexpr std::size_t kMostMachines = 5;
 constexpr std::size_t kMostUnmet = 5;
 constexpr int kMostWarnings = 3;
-
-// Digits in groups of three: "2,387,415".
-std::string grouped(double value, int decimals = 0) {
-  std::string text = fixed(std::fabs(value), decimals);
-  const std::size_t point = std::min(text.find('.'), text.size());
-  for (std::size_t at = point; at > 3; at -= 3) {
-    text.insert(at - 3, 1, ',');
-  }
-  return (value < 0.0 ? std::string("-") : std::string()) += text;
-}
-
-// Rolls and reels: whole where they are, but for the last digits of a sum.
-std::string count(double value) {
-  return grouped(value, std::fabs(value - std::round(value)) < 1e-3 ? 0 : 1);
-}
-
-std::string percent(double part, double whole) {
-  return fixed(whole > 0.0 ? 100.0 * part / whole : 100.0, 1) + " %";
-}
 
 class Screen {
  public:
@@ -47,9 +29,7 @@ class Screen {
     printCost();
     printMachines();
     printUnmet();
-    for (const Advice &advice : record_.advice) {
-      line("Would pay", advice.text);
-    }
+    printAdvice();
   }
 
  private:
@@ -153,6 +133,14 @@ class Screen {
       if (list.size() > kMostUnmet) {
         line("", "and " + std::to_string(list.size() - kMostUnmet) + " more, see orders.csv");
       }
+    }
+  }
+
+  void printAdvice() {
+    std::string head = "Would pay";
+    for (const Advice &advice : record_.advice) {
+      line(head, advice.text);
+      head.clear();
     }
   }
 

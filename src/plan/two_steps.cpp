@@ -38,6 +38,11 @@ LinearSolution TwoSteps::firstStep() {
   leastUnmet_ = std::max(solution.objective / kWeightScale, 0.0);
   if (leastUnmet_ <= kNothing * (1.0 + demandInReach())) {
     leastUnmet_ = 0.0;
+  } else {
+    unmetDual_ = solution.dual;
+    for (double &dual : unmetDual_) {
+      dual /= kWeightScale;
+    }
   }
   return solution;
 }

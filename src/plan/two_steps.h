@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <vector>
 
 #include "plan/compact_lp.h"
 #include "plan/linear_solver.h"
@@ -31,6 +32,10 @@ class TwoSteps {
   // After solve(): the least weighted unmet rolls, beside what is out of reach.
   double leastUnmet() const { return leastUnmet_; }
 
+  // After solve(): by row, what one more of its right-hand side adds to the weighted unmet rolls;
+  // empty where all can be delivered.
+  const std::vector<double> &unmetDual() const { return unmetDual_; }
+
  private:
   LinearSolution firstStep();
   LinearSolution secondStep(const LinearSolution &first);
@@ -44,6 +49,7 @@ class TwoSteps {
   LinearSolver &solver_;
   Method method_;
   double leastUnmet_ = 0.0;
+  std::vector<double> unmetDual_;
 };
 
 }  // namespace corvane::plan
