@@ -35,7 +35,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     return true;
   };
   checks::Selection selection;
-  selection.level = checks::Severity::kInfo;
+  selection.level = checks::Severity::kNote;
   checks::FindingSink sink(selection, requireSoundFinding, {});
   checks::CheckedMill mill;
   const std::filesystem::path folder = "/nowhere";
