@@ -97,6 +97,7 @@ std::vector<Advice> adviseDays(const LinearOptimum &optimum) {
   });
   days.resize(std::min(days.size(), kMostDays));
   std::vector<Advice> advice;
+  advice.reserve(days.size());
   for (const Day &day : days) {
     advice.push_back(
         {"machine-day", "a day more of " + optimum.problem.machines[day.machine].name + " in " +

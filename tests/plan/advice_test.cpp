@@ -142,9 +142,10 @@ TEST(Advice, EachMillsOwnTransitTimeDeliversMore) {
                           "delivers 20 rolls more, at a cost of 200 instead of 0"));
 }
 
-// Here the later line is the quicker one, and the other way round less would be delivered.
+// Here the later line is the quicker one: with its own transit time C would deliver nothing, which
+// costs less.
 TEST(Advice, AWhatIfThatDeliversLessIsNotTold) {
-  TestMill mill = twoMills(200);
+  TestMill mill = twoMills(300);
   mill.rates[0].delay = 1.0;
   EXPECT_THAT(toldOf(mill).whatIfs, IsEmpty());
 }
