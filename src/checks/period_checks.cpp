@@ -2,10 +2,12 @@
 #include <algorithm>
 #include <map>
 #include <optional>
+#include <unordered_map>
 
 #include "checks/mill_checks.h"
 #include "checks/period_names.h"
 #include "checks/shown_text.h"
+#include "core/text.h"
 
 namespace corvane::checks {
 
@@ -104,29 +106,34 @@ class PeriodChecks {
   }
 
   // The lines of the file by the numbers of their periods, otherwise as they stand; what has no
-  // period keeps to the line before it.
-  std::string sortedFile() const {
+  // period keeps to the line before it. Made once, when the first finding asks for it.
+  const std::string &sortedFile() {
+    if (sorted_) {
+      return *sorted_;
+    }
     const SourceFile &file = view_.orderFile();
-    std::vector<std::pair<std::vector<qint64>, quint32>> lines;
-    std::vector<qint64> numbers;
+    std::map<std::vector<qint64>, std::string> linesByNumbers;
+    // Periods are few and lines many: each text is looked at once.
+    std::unordered_map<std::string_view, std::string *> linesByText;
+    std::string *current = &linesByNumbers[{}];
     for (quint32 line = 1; line <= file.lineCount(); ++line) {
       const std::string_view text = file.line(line);
-      const std::string_view period = text.substr(0, text.find(','));
-      PeriodName name =
-          periodName(QString::fromUtf8(period.data(), static_cast<int>(period.size())));
-      numbers = name.numbers.empty() ? numbers : std::move(name.numbers);
-      lines.emplace_back(numbers, line);
-    }
-    std::stable_sort(lines.begin(), lines.end(),
-                     [](const auto &a, const auto &b) { return a.first < b.first; });
-    std::string bytes;
-    for (const auto &[key, line] : lines) {
-      bytes += file.bytes().substr(file.begin(line), file.end(line) - file.begin(line));
-      if (bytes.back() != '\n') {
-        bytes += '\n';
+      const auto [known, isNew] = linesByText.try_emplace(text.substr(0, text.find(',')), nullptr);
+      if (isNew) {
+        const PeriodName name = periodName(textFromBytes(known->first));
+        known->second = name.numbers.empty() ? nullptr : &linesByNumbers[name.numbers];
+      }
+      current = known->second == nullptr ? current : known->second;
+      *current += file.bytes().substr(file.begin(line), file.end(line) - file.begin(line));
+      if (current->back() != '\n') {
+        *current += '\n';
       }
     }
-    return bytes;
+    sorted_.emplace();
+    for (const auto &[numbers, lines] : linesByNumbers) {
+      *sorted_ += lines;
+    }
+    return *sorted_;
   }
 
   // Steps between numbers of one shape that are larger than the usual one.
@@ -205,6 +212,7 @@ class PeriodChecks {
 
   const MillView &view_;
   std::vector<Period> periods_;
+  std::optional<std::string> sorted_;
 };
 
 }  // namespace
