@@ -56,10 +56,11 @@ void checkKnives(const MillView &view, TextId grade, const OrderTotal &total) {
                      " inches at the mean, and " + std::to_string(limit) + " of them fill " +
                      fixed(filled, 1) + " of a deckle of " + general(deckle);
     constexpr int kMost = 10;
-    const int needed = static_cast<int>(deckle / mean);
-    finding.write = limit < kMost ? "maximum widths in pattern=" +
-                                        std::to_string(std::min(kMost, std::max(needed, limit + 1)))
-                                  : "nothing: 10 is the most there is";
+    // Bounded first: what is read as infinite has no integer.
+    const int needed = static_cast<int>(std::min<double>(kMost, deckle / mean));
+    finding.write = limit < kMost
+                        ? "maximum widths in pattern=" + std::to_string(std::max(needed, limit + 1))
+                        : "nothing: 10 is the most there is";
     finding.fixKind = FixKind::kNone;
   });
 }
