@@ -1,11 +1,10 @@
 #include "sweep/engines.h"
 
-#include <QFile>
-#include <QSaveFile>
 #include <algorithm>
 #include <thread>
 
 #include "processes/child_process.h"
+#include "sweep/whole_file.h"
 
 namespace corvane::sweep {
 
@@ -20,12 +19,6 @@ constexpr qsizetype kMostTasks = 1000;
 qsizetype processors(const EngineOptions &engine) {
   return engine.jobs > 0 ? engine.jobs
                          : std::max<qsizetype>(1, std::thread::hardware_concurrency());
-}
-
-bool write(const QString &name, const QString &text) {
-  QSaveFile file(name);
-  const QByteArray bytes = text.toUtf8();
-  return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
 }
 
 // In single quotes, as a shell takes any text.
@@ -61,7 +54,7 @@ QString runParallel(const QStringList &runFolders, const QString &studyFolder,
                     const EngineOptions &engine, const Programs &programs,
                     const QStringList &planOptions) {
   const QString list = studyFolder + QLatin1String("/pending");
-  if (!write(list, runFolders.join(QLatin1Char('\n')) + QLatin1Char('\n'))) {
+  if (!writeWhole(list, (runFolders.join(QLatin1Char('\n')) + QLatin1Char('\n')).toUtf8())) {
     return QStringLiteral("%1 cannot be written").arg(list);
   }
   const qsizetype inJob = std::clamp<qsizetype>(
@@ -109,8 +102,8 @@ QString runSlurm(const QStringList &runFolders, const QString &studyFolder,
   const qsizetype tasks = std::min(runFolders.size(), kMostTasks);
   const QString list = studyFolder + QLatin1String("/pending");
   const QString script = studyFolder + QLatin1String("/engine.sh");
-  if (!write(list, taskList(runFolders, tasks)) ||
-      !write(script, slurmScript(list, programs, planOptions))) {
+  if (!writeWhole(list, taskList(runFolders, tasks).toUtf8()) ||
+      !writeWhole(script, slurmScript(list, programs, planOptions).toUtf8())) {
     return QStringLiteral("%1 cannot be written to").arg(studyFolder);
   }
   QString array = QStringLiteral("1-%1").arg(tasks);

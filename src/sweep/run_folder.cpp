@@ -2,10 +2,10 @@
 
 #include <QDir>
 #include <QFile>
-#include <QSaveFile>
 
 #include "core/numbers.h"
 #include "formats/number_text.h"
+#include "sweep/whole_file.h"
 
 namespace corvane::sweep {
 
@@ -21,11 +21,6 @@ QByteArray contentOf(const QString &name) {
 
 QString fault(const QString &name) {
   return QStringLiteral("%1 cannot be written").arg(name);
-}
-
-bool write(const QString &name, const QByteArray &content) {
-  QSaveFile file(name);
-  return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.commit();
 }
 
 QByteArray parametersOf(const Study &study, const RunSettings &run, const Mill &mill) {
@@ -60,7 +55,7 @@ QString freightRatesOf(const StudyFolder &folder, const Study &study, const RunS
   if (!QFile::exists(changed)) {
     percent.chop(1);
     QDir().mkpath(folder.path + QLatin1String("/inputs"));
-    write(changed, changeRates(contentOf(file), percent.toDouble()));
+    writeWhole(changed, changeRates(contentOf(file), percent.toDouble()));
   }
   return changed;
 }
@@ -108,7 +103,8 @@ QString makeRunFolder(const StudyFolder &folder, const Study &study, const RunSe
       link(fileOf(study, run, QStringLiteral("order file"), mill), data + "orders.data") &&
       link(fileOf(study, run, QStringLiteral("machine file"), mill), data + "machines.data") &&
       link(freightRatesOf(folder, study, run, mill), data + "freightRates.data");
-  return linked && write(parameters, parametersOf(study, run, mill)) ? QString() : fault(target);
+  return linked && writeWhole(parameters, parametersOf(study, run, mill)) ? QString()
+                                                                          : fault(target);
 }
 
 }  // namespace corvane::sweep

@@ -3,11 +3,11 @@
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QSaveFile>
 #include <sstream>
 
 #include "core/text.h"
 #include "formats/json_writer.h"
+#include "sweep/whole_file.h"
 
 namespace corvane::sweep {
 
@@ -71,9 +71,7 @@ bool writeResult(const QString &runFolder, const RunResult &result) {
   }
   json.endObject();
   json.endObject();
-  const QByteArray bytes = QByteArray::fromStdString(text.str());
-  QSaveFile file(fileOf(runFolder));
-  return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
+  return writeWhole(fileOf(runFolder), QByteArray::fromStdString(text.str()));
 }
 
 std::map<QString, double> readPlanTotals(const QString &planFolder) {
