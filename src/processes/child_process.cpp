@@ -25,6 +25,9 @@ class FileActions {
       posix_spawn_file_actions_addopen(&actions_, descriptor, name.c_str(), flags, 0666);
     }
   }
+  void join(int descriptor, int with) {
+    posix_spawn_file_actions_adddup2(&actions_, with, descriptor);
+  }
   void enter(const std::string &folder) {
     if (!folder.empty()) {
       posix_spawn_file_actions_addchdir_np(&actions_, folder.c_str());
@@ -73,13 +76,26 @@ ChildEnd waitFor(pid_t process) {
 
 }  // namespace
 
+ChildRequest loggedRequest(const QStringList &words, const QString &log) {
+  ChildRequest request;
+  for (const QString &word : words) {
+    request.words.push_back(word.toStdString());
+  }
+  request.output = request.error = log.toStdString();
+  return request;
+}
+
 ChildEnd runChild(const ChildRequest &request) {
   constexpr int kWrite = O_WRONLY | O_CREAT | O_TRUNC;
   FileActions actions;
   // The files are named from where this process is, so they come before the folder.
   actions.open(STDIN_FILENO, request.input, O_RDONLY);
   actions.open(STDOUT_FILENO, request.output, kWrite);
-  actions.open(STDERR_FILENO, request.error, kWrite);
+  if (!request.error.empty() && request.error == request.output) {
+    actions.join(STDERR_FILENO, STDOUT_FILENO);
+  } else {
+    actions.open(STDERR_FILENO, request.error, kWrite);
+  }
   actions.enter(request.folder);
   std::vector<std::string> words = request.words;
   const std::vector<char *> arguments = argumentsOf(words);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+#include <QStringList>
 #include <string>
 #include <vector>
 
@@ -11,8 +13,8 @@ struct ChildRequest {
       words;           // the program, looked for in PATH where it has no slash; arguments
   std::string folder;  // where it is started; empty for here
   std::string input = "/dev/null";
-  std::string output;  // files for what it says; empty for where this one says it
-  std::string error;
+  std::string output;           // files for what it says; empty for where this one says it
+  std::string error;            // the same name as of the output: both in one file, as they come
   std::string withoutVariable;  // an environment variable that it does not get
 };
 
@@ -24,6 +26,9 @@ struct ChildEnd {
 
   bool isGood() const { return started && exited && status == 0; }
 };
+
+// A program with its arguments, all that it says in the file.
+ChildRequest loggedRequest(const QStringList &words, const QString &log);
 
 // Runs the child and waits for its end.
 ChildEnd runChild(const ChildRequest &request);

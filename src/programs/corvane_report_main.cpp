@@ -12,7 +12,7 @@ CommandLine commandLine() {
       {QStringLiteral("corvane-report"), QStringLiteral("[FOLDER]"),
        QStringLiteral("Makes one page of a run and its plan that works offline.\n"
                       "FOLDER is that of the run, by default the present one; a run record or a "
-                      "page\nwill do in its place."),
+                      "page\nwill do in its place. Of a study, all runs on one page."),
        1},
       {{{QStringLiteral("o"), QStringLiteral("output")},
         QStringLiteral("PAGE"),

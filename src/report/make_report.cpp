@@ -12,6 +12,7 @@
 #include "record/record_reader.h"
 #include "record/record_writer.h"
 #include "report/page.h"
+#include "report/study_page.h"
 
 namespace corvane::report {
 
@@ -91,8 +92,49 @@ void refuseToOverwrite(const QString &output, const QString &input) {
   }
 }
 
-void make(const Request &request, const QString &version, std::ostream &out) {
-  const QString subject = request.subject.isEmpty() ? QStringLiteral(".") : request.subject;
+// The file of a study that the subject names or holds; empty where it is none.
+QString studyFileOf(const QString &subject) {
+  if (!QFileInfo(subject).isDir()) {
+    return subject;
+  }
+  const QString inFolder = QDir(subject).filePath(QStringLiteral("study.json"));
+  return QFileInfo(inFolder).isFile() ? inFolder : QString();
+}
+
+std::optional<StudyRecord> loadStudy(const QString &subject) {
+  const QString file = studyFileOf(subject);
+  std::optional<StudyRecord> study;
+  if (!file.isEmpty()) {
+    study = studyFromJson(bytesOf(file));
+  }
+  if (study) {
+    study->name = QFileInfo(QFileInfo(file).absolutePath()).fileName();
+  }
+  return study;
+}
+
+void makeOfStudy(const StudyRecord &study, const Request &request, const QString &subject,
+                 const QString &version, std::ostream &out) {
+  if (!request.with.isEmpty() || !request.plan.isEmpty() || !request.record.isEmpty() ||
+      request.usedOnly) {
+    throw Fault{QStringLiteral("%1 is a study: it has no plan or record of its own, and is "
+                               "compared with nothing.")
+                    .arg(subject)};
+  }
+  const QString file = studyFileOf(subject);
+  const QString output = request.output.isEmpty()
+                             ? QDir(QFileInfo(file).path()).filePath(QStringLiteral("study.html"))
+                             : request.output;
+  refuseToOverwrite(output, file);
+  write(output, studyPage(study, version));
+  if (!request.csv.isEmpty()) {
+    writeTables(request.csv, studyTables(study));
+  }
+  out << "Report: " << utf8(output) << std::endl;
+}
+
+void makeOfRun(const Request &request, const QString &subject, const QString &version,
+               std::ostream &out) {
   const QString output = request.output.isEmpty() ? defaultOutput(subject) : request.output;
   refuseToOverwrite(output, subject);
   refuseToOverwrite(output, request.with);
@@ -113,6 +155,15 @@ void make(const Request &request, const QString &version, std::ostream &out) {
   out << "Report: " << utf8(output) << std::endl;
   if (!record.plan) {
     out << "There is no plan yet, so no trim is shown: corvane-plan makes one." << std::endl;
+  }
+}
+
+void make(const Request &request, const QString &version, std::ostream &out) {
+  const QString subject = request.subject.isEmpty() ? QStringLiteral(".") : request.subject;
+  if (const std::optional<StudyRecord> study = loadStudy(subject)) {
+    makeOfStudy(*study, request, subject, version, out);
+  } else {
+    makeOfRun(request, subject, version, out);
   }
 }
 

@@ -1,12 +1,10 @@
 #include "report/page.h"
 
-#include <QCryptographicHash>
 #include <algorithm>
 
 #include "record/record_writer.h"
+#include "report/document.h"
 #include "report/html.h"
-#include "report/page_assets.h"
-#include "report/palette.h"
 #include "report/sections.h"
 
 namespace corvane::report {
@@ -15,30 +13,6 @@ namespace {
 
 constexpr QByteArrayView kRecordStart = "<script type=\"application/json\" id=\"corvane-run\">";
 constexpr QByteArrayView kRecordEnd = "</script>";
-
-QByteArray hashOf(const QByteArray &text) {
-  return "'sha256-" + QCryptographicHash::hash(text, QCryptographicHash::Sha256).toBase64() + "'";
-}
-
-// The style with a color for each width of the grade that has the most.
-QByteArray style(const Figures &figures) {
-  std::size_t widths = 1;
-  for (const auto &grade : figures.grades) {
-    widths = std::max(widths, grade.second.widths.size());
-  }
-  QByteArray css(kPageStyle);
-  int number = 0;
-  for (const Color &color : widthColors(static_cast<int>(widths))) {
-    css += ".c" + QByteArray::number(number++) + "{stroke:" + toHex(color) + "}\n";
-  }
-  return css;
-}
-
-struct Section {
-  QByteArray id;
-  QByteArray name;  // of the link to it
-  QByteArray html;
-};
 
 class Page {
  public:
@@ -49,24 +23,9 @@ class Page {
         subject_{record_, figures_} {}
 
   QByteArray html() const {
-    const QByteArray css = style(figures_);
-    const QByteArray script(kPageScript);
-    const std::vector<Section> sections = allSections();
-    return "<!DOCTYPE html>\n<html lang=en>\n<head>\n<meta charset=utf-8>\n"
-           "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; style-src " +
-           hashOf(css) + "; script-src " + hashOf(script) +
-           "; base-uri 'none'; form-action 'none'\">\n"
-           "<meta name=viewport content=\"width=device-width, initial-scale=1\">\n"
-           "<meta name=color-scheme content=\"light dark\">\n"
-           "<meta name=generator content=\"corvane-report " +
-           escaped(record_.version) + "\">\n<title>" + escaped(title()) + "</title>\n<style>" +
-           css + "</style>\n</head>\n<body>\n" + header(sections) + "<main id=main>\n" + top() +
-           body(sections) + "</main>\n<footer><p>Made by corvane-report " +
-           escaped(record_.version) +
-           ". This page asks for nothing from anywhere; all it shows is in this "
-           "file.</p></footer>\n" +
-           kRecordStart.toByteArray() + record::toJson(record_) + kRecordEnd.toByteArray() +
-           "\n<script>" + script + "</script>\n</body>\n</html>\n";
+    return toHtml(
+        {titleOf(record_.name), subtitle(), record_.version, mostWidths(), top(), allSections(),
+         kRecordStart.toByteArray() + record::toJson(record_) + kRecordEnd.toByteArray()});
   }
 
   std::vector<Table> tables() const {
@@ -93,21 +52,13 @@ class Page {
   }
 
  private:
-  // "small_mill" is shown as "Small mill".
-  QString title() const {
-    QString name = record_.name.isEmpty() ? QStringLiteral("Run") : record_.name;
-    name.replace(QLatin1Char('_'), QLatin1Char(' '));
-    return name.left(1).toUpper() + name.mid(1);
-  }
-
-  QByteArray header(const std::vector<Section> &sections) const {
-    QByteArray html = "<a class=skip href=#main>Skip to the figures</a>\n<header><h1>" +
-                      escaped(title()) + "</h1><p>" + escaped(subtitle()) +
-                      "</p>\n<nav aria-label=Sections><ul>\n";
-    for (const Section &section : sections) {
-      html += "<li><a href=#" + section.id + ">" + section.name + "</a>\n";
+  // Of the grade that has the most.
+  int mostWidths() const {
+    std::size_t widths = 1;
+    for (const auto &grade : figures_.grades) {
+      widths = std::max(widths, grade.second.widths.size());
     }
-    return html + "</ul></nav></header>\n";
+    return static_cast<int>(widths);
   }
 
   QString subtitle() const {
@@ -150,14 +101,6 @@ class Page {
               escaped(point.head) + "</b> " + escaped(point.text) + "\n";
     }
     return html + "</ul></section>\n";
-  }
-
-  static QByteArray body(const std::vector<Section> &sections) {
-    QByteArray html;
-    for (const Section &section : sections) {
-      html += "<section id=" + section.id + ">" + section.html + "</section>\n";
-    }
-    return html;
   }
 
   static QByteArray join(const std::vector<Table> &tables) {

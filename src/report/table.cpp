@@ -27,6 +27,12 @@ void appendHead(QByteArray &html, const Table &table) {
   }
 }
 
+QByteArray contentOf(const Cell &cell) {
+  const QByteArray text = escaped(cell.text);
+  return cell.picture +
+         (cell.link.isEmpty() ? text : "<a href=\"" + cell.link + "\">" + text + "</a>");
+}
+
 // Cells of numbers have no class: they are the most.
 void appendCell(QByteArray &html, const Cell &cell, bool isPlain) {
   const QByteArray look(cell.look);
@@ -36,13 +42,12 @@ void appendCell(QByteArray &html, const Cell &cell, bool isPlain) {
     html += looks.contains(' ') ? " class=\"" + looks + '"' : " class=" + looks;
   }
   html += '>';
-  html += cell.picture;
-  html += escaped(cell.text);
+  html += contentOf(cell);
 }
 
 void appendRow(QByteArray &html, const Table &table, const Row &row) {
   html += *row.look == '\0' ? QByteArray("\n<tr>") : QByteArray("\n<tr class=") + row.look + '>';
-  html += "<th scope=row>" + row.cells.front().picture + escaped(row.cells.front().text);
+  html += "<th scope=row>" + contentOf(row.cells.front());
   for (std::size_t i = 1; i < row.cells.size(); ++i) {
     appendCell(html, row.cells[i], table.columns[i].isNumber || table.columns[i].isStyled);
   }
@@ -108,6 +113,12 @@ Cell Cell::as(const char *theLook) const {
 Cell Cell::with(const QByteArray &thePicture) const {
   Cell cell = *this;
   cell.picture = thePicture;
+  return cell;
+}
+
+Cell Cell::to(const QByteArray &theLink) const {
+  Cell cell = *this;
+  cell.link = theLink;
   return cell;
 }
 

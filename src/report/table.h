@@ -16,6 +16,7 @@ struct Cell {
   QString text;           // as it is shown; also of a number
   double number = 0;      // in full, for the file
   QByteArray picture;     // markup before the text
+  QByteArray link;        // where the text leads; empty for nowhere
   const char *look = "";  // a class of the style
 
   static Cell ofText(const QString &text);
@@ -30,6 +31,7 @@ struct Cell {
   static Cell ofChange(double number, int decimals);
   Cell as(const char *theLook) const;
   Cell with(const QByteArray &thePicture) const;
+  Cell to(const QByteArray &theLink) const;
 };
 
 struct Column {

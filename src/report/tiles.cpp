@@ -1,14 +1,10 @@
+#include "report/document.h"
 #include "report/html.h"
 #include "report/sections.h"
 
 namespace corvane::report {
 
 namespace {
-
-QByteArray tile(const char *look, const QString &figure, const char *what, const QString &detail) {
-  return QByteArray("<li class=") + look + "><b>" + escaped(figure) + "</b><span>" + what +
-         "</span><small>" + escaped(detail) + "</small>\n";
-}
 
 QByteArray trimTile(const Subject &subject) {
   const Paper &all = subject.figures.all;

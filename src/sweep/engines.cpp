@@ -36,17 +36,9 @@ QStringList makeRunWords(const Programs &programs, const QStringList &planOption
   return words;
 }
 
-ChildEnd start(const QStringList &words, const QString &input, const QString &log) {
-  ChildRequest request;
-  for (const QString &word : words) {
-    request.words.push_back(word.toStdString());
-  }
-  if (!input.isEmpty()) {
-    request.input = input.toStdString();
-  }
-  request.output = (log + QLatin1String(".out")).toStdString();
-  request.error = (log + QLatin1String(".err")).toStdString();
-  return runChild(request);
+// What the engine itself says.
+QString logOf(const QString &studyFolder) {
+  return studyFolder + QLatin1String("/engine.log");
 }
 
 // GNU parallel reads the folders from a list, one a line, and gives each job some of them.
@@ -69,7 +61,9 @@ QString runParallel(const QStringList &runFolders, const QString &studyFolder,
   }
   words << QStringLiteral("--quote") << makeRunWords(programs, planOptions);
   // Its exit status counts the jobs that failed; the runs without a result tell which.
-  return start(words, list, studyFolder + QLatin1String("/engine")).started
+  ChildRequest request = loggedRequest(words, logOf(studyFolder));
+  request.input = list.toStdString();
+  return runChild(request).started
              ? QString()
              : QStringLiteral("GNU parallel cannot be started (package \"parallel\")");
 }
@@ -108,11 +102,16 @@ QString runSlurm(const QStringList &runFolders, const QString &studyFolder,
   }
   QString array = QStringLiteral("1-%1").arg(tasks);
   array += engine.jobs > 0 ? QStringLiteral("%%1").arg(engine.jobs) : QString();
-  const ChildEnd end =
-      start({QStringLiteral("sbatch"), QStringLiteral("--wait"), QStringLiteral("--array"), array,
-             QStringLiteral("--output"), studyFolder + QLatin1String("/engine-%a.out"), script},
-            {}, studyFolder + QLatin1String("/engine"));
-  return end.started ? QString() : QStringLiteral("Slurm's sbatch cannot be started");
+  const QStringList words{QStringLiteral("sbatch"),
+                          QStringLiteral("--wait"),
+                          QStringLiteral("--array"),
+                          array,
+                          QStringLiteral("--output"),
+                          studyFolder + QLatin1String("/engine-%a.log"),
+                          script};
+  return runChild(loggedRequest(words, logOf(studyFolder))).started
+             ? QString()
+             : QStringLiteral("Slurm's sbatch cannot be started");
 }
 
 }  // namespace

@@ -2,6 +2,11 @@
 
 #include <QDir>
 #include <QFile>
+#include <algorithm>
+#include <future>
+#include <map>
+#include <set>
+#include <thread>
 
 #include "core/numbers.h"
 #include "formats/number_text.h"
@@ -14,12 +19,17 @@ namespace {
 // The fields of a rate's line that come before the rate.
 constexpr qsizetype kFieldsBeforeRate = 3;
 
+// Names below the folder of a run's inputs.
+const QLatin1String kOrders("/orders.data");
+const QLatin1String kMachines("/machines.data");
+const QLatin1String kRates("/freightRates.data");
+
 QByteArray contentOf(const QString &name) {
   QFile file(name);
   return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-QString fault(const QString &name) {
+QString unwritable(const QString &name) {
   return QStringLiteral("%1 cannot be written").arg(name);
 }
 
@@ -37,31 +47,32 @@ QByteArray parametersOf(const Study &study, const RunSettings &run, const Mill &
     }
   }
   text +=
-      "machine file=data/machines.data\norder file=data/orders.data\n"
-      "freight rate file=data/freightRates.data\noutput=data/CV.imp\nlog file=data/corvane.log\n";
+      "machine file=inputs/machines.data\norder file=inputs/orders.data\n"
+      "freight rate file=inputs/freightRates.data\noutput=data/CV.imp\nlog file=data/corvane.log\n";
   return text;
 }
 
-// The run's freight rates: the file itself, or a changed copy of it, made when it is not there yet.
-QString freightRatesOf(const StudyFolder &folder, const Study &study, const RunSettings &run,
-                       const Mill &mill) {
-  const QString file = fileOf(study, run, QStringLiteral("freight rate file"), mill);
-  QString percent = valueOf(study, run, kFreightKey);
-  if (percent.isEmpty() || percent == QLatin1String("+0%")) {
-    return file;
+// Makes the link, unless it is there and leads to the file.
+bool link(const QString &file, const QString &name) {
+  if (QFile::symLinkTarget(name) == file) {
+    return true;
   }
-  const QString changed =
-      QStringLiteral("%1/inputs/freightRates-%2.data").arg(folder.path, run.dataId);
-  if (!QFile::exists(changed)) {
-    percent.chop(1);
-    QDir().mkpath(folder.path + QLatin1String("/inputs"));
-    writeWhole(changed, changeRates(contentOf(file), percent.toDouble()));
-  }
-  return changed;
+  QFile::remove(name);
+  return QFile::link(file, name);
 }
 
-bool link(const QString &file, const QString &name) {
-  return QFile::link(file, name);
+bool hasChangedFreight(const Study &study, const RunSettings &run) {
+  const QString percent = valueOf(study, run, kFreightKey);
+  return !percent.isEmpty() && percent != QLatin1String("+0%");
+}
+
+double percentOf(const Study &study, const RunSettings &run) {
+  return valueOf(study, run, kFreightKey).chopped(1).toDouble();
+}
+
+// The folder of inputs is named by the rates and the percentage too, so a copy stays right.
+bool copyRates(const QString &file, double percent, const QString &name) {
+  return QFile::exists(name) || writeWhole(name, changeRates(contentOf(file), percent));
 }
 
 QByteArray changeRate(const QByteArray &line, double factor) {
@@ -76,6 +87,64 @@ QByteArray changeRate(const QByteArray &line, double factor) {
   return fields.join(',');
 }
 
+QString makeInputs(const StudyFolder &folder, const Study &study, const RunSettings &run,
+                   const Mill &mill) {
+  const QString target = folder.inputs(run);
+  if (!QDir().mkpath(target)) {
+    return unwritable(target);
+  }
+  const QString rates = fileOf(study, run, QStringLiteral("freight rate file"), mill);
+  const bool made =
+      link(fileOf(study, run, QStringLiteral("order file"), mill), target + kOrders) &&
+      link(fileOf(study, run, QStringLiteral("machine file"), mill), target + kMachines) &&
+      (hasChangedFreight(study, run) ? copyRates(rates, percentOf(study, run), target + kRates)
+                                     : link(rates, target + kRates));
+  return made ? QString() : unwritable(target);
+}
+
+// Nothing where the folder is there already; different runs may be made at once.
+QString makeRunFolder(const StudyFolder &folder, const Study &study, const RunSettings &run,
+                      const Mill &mill) {
+  const QString target = folder.run(run);
+  const QString parameters = target + QLatin1String("/data/Parameters.data");
+  // Written last, so that a folder that has it is whole.
+  if (QFile::exists(parameters)) {
+    return {};
+  }
+  QDir(target).removeRecursively();
+  const bool made =
+      QDir().mkpath(target + QLatin1String("/data")) &&
+      QFile::link(QLatin1String("../../inputs/") + run.dataId, target + QLatin1String("/inputs")) &&
+      writeWhole(parameters, parametersOf(study, run, mill));
+  return made ? QString() : unwritable(target);
+}
+
+// All processors at once: it takes a tenth of the time that a small run does.
+QString makeRunFolders(const StudyFolder &folder, const Study &study,
+                       const std::map<QString, const RunSettings *> &runs, const Mill &mill) {
+  const std::size_t parts = std::max(1U, std::thread::hardware_concurrency());
+  const auto makePart = [&](std::size_t part) {
+    QString fault;
+    std::size_t number = 0;
+    for (const auto &run : runs) {
+      if (number++ % parts == part && fault.isEmpty()) {
+        fault = makeRunFolder(folder, study, *run.second, mill);
+      }
+    }
+    return fault;
+  };
+  std::vector<std::future<QString>> ends;
+  for (std::size_t part = 0; part < parts; ++part) {
+    ends.push_back(std::async(std::launch::async, makePart, part));
+  }
+  QStringList faults;
+  for (std::future<QString> &end : ends) {
+    faults << end.get();
+  }
+  faults.removeAll(QString());
+  return faults.value(0);
+}
+
 }  // namespace
 
 QByteArray changeRates(const QByteArray &rates, double percent) {
@@ -86,25 +155,21 @@ QByteArray changeRates(const QByteArray &rates, double percent) {
   return lines.join('\n');
 }
 
-QString makeRunFolder(const StudyFolder &folder, const Study &study, const RunSettings &run,
-                      const Mill &mill) {
-  const QString target = folder.run(run);
-  const QString parameters = target + QLatin1String("/data/Parameters.data");
-  // Written last, so that a folder that has it is whole.
-  if (QFile::exists(parameters)) {
-    return {};
+QString makeFolders(const StudyFolder &folder, const Study &study,
+                    const std::vector<RunSettings> &runs, const Mill &mill) {
+  // Settings that come to the same are one run.
+  std::map<QString, const RunSettings *> distinct;
+  std::set<QString> data;
+  for (const RunSettings &run : runs) {
+    distinct.emplace(run.id, &run);
+    if (data.insert(run.dataId).second) {
+      const QString fault = makeInputs(folder, study, run, mill);
+      if (!fault.isEmpty()) {
+        return fault;
+      }
+    }
   }
-  QDir(target).removeRecursively();
-  const QString data = target + QLatin1String("/data/");
-  if (!QDir().mkpath(data)) {
-    return fault(data);
-  }
-  const bool linked =
-      link(fileOf(study, run, QStringLiteral("order file"), mill), data + "orders.data") &&
-      link(fileOf(study, run, QStringLiteral("machine file"), mill), data + "machines.data") &&
-      link(freightRatesOf(folder, study, run, mill), data + "freightRates.data");
-  return linked && writeWhole(parameters, parametersOf(study, run, mill)) ? QString()
-                                                                          : fault(target);
+  return makeRunFolders(folder, study, distinct, mill);
 }
 
 }  // namespace corvane::sweep

@@ -1,7 +1,12 @@
 #include "sweep/run_one.h"
 
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
 #include <QDir>
 #include <QFile>
+#include <cerrno>
 #include <chrono>
 
 #include "processes/child_process.h"
@@ -26,30 +31,44 @@ double patternsInModel(const QString &runFolder) {
   return at < 0 ? 0 : text.mid(at + label.size(), 24).split('\n').front().trimmed().toDouble();
 }
 
+// Keeps other processes from the run while this one makes it: an engine may outlive the sweep that
+// started it, and the next sweep starts another. The programs that are started hold it too, so that
+// one whose starter was killed is waited for. Where a file system has no locks there is none.
+class RunLock {
+ public:
+  explicit RunLock(const QString &runFolder)
+      : descriptor_(open(QFile::encodeName(runFolder).constData(), O_RDONLY | O_DIRECTORY)) {
+    while (descriptor_ >= 0 && flock(descriptor_, LOCK_EX) != 0 && errno == EINTR) {
+    }
+  }
+  RunLock(const RunLock &) = delete;
+  RunLock &operator=(const RunLock &) = delete;
+  ~RunLock() {
+    if (descriptor_ >= 0) {
+      close(descriptor_);
+    }
+  }
+
+ private:
+  int descriptor_;
+};
+
 void removeWhatARunLeaves(const QString &runFolder) {
   QFile::remove(runFolder + QLatin1String("/data/CV.imp"));
   QFile::remove(runFolder + QLatin1String("/data/corvane.log"));
   QDir(runFolder + QLatin1String("/plan")).removeRecursively();
 }
 
-// One program in the run's folder; what it says goes into a file of its name there.
-ChildEnd runProgram(const QString &runFolder, const QString &name, const QStringList &words) {
-  ChildRequest request;
-  for (const QString &word : words) {
-    request.words.push_back(word.toStdString());
-  }
-  request.folder = runFolder.toStdString();
-  request.output = (runFolder + QLatin1Char('/') + name + QLatin1String(".out")).toStdString();
-  request.error = (runFolder + QLatin1Char('/') + name + QLatin1String(".err")).toStdString();
-  request.withoutVariable = "ZEM_CVN_PARAM";
-  return runChild(request);
+// Where a program leaves what it says.
+QString saidBy(const QString &runFolder, const QString &name) {
+  return runFolder + QLatin1Char('/') + name + QLatin1String(".out");
 }
 
-// What a program that failed said last.
-QString messageOf(const QString &runFolder, const QString &name) {
-  const QString error = lastLineOf(runFolder + QLatin1Char('/') + name + QLatin1String(".err"));
-  return error.isEmpty() ? lastLineOf(runFolder + QLatin1Char('/') + name + QLatin1String(".out"))
-                         : error;
+ChildEnd runProgram(const QString &runFolder, const QString &name, const QStringList &words) {
+  ChildRequest request = loggedRequest(words, saidBy(runFolder, name));
+  request.folder = runFolder.toStdString();
+  request.withoutVariable = "ZEM_CVN_PARAM";
+  return runChild(request);
 }
 
 // Runs both programs; false when one of them did not end by itself.
@@ -60,7 +79,7 @@ bool runBoth(const QString &runFolder, const Programs &programs, const QStringLi
   ChildEnd end = runProgram(runFolder, planner, {programs.planner});
   result.plannerStatus = end.status;
   if (!end.isGood()) {
-    result.message = messageOf(runFolder, planner);
+    result.message = lastLineOf(saidBy(runFolder, planner));
     return end.exited;
   }
   const QStringList words{
@@ -68,13 +87,14 @@ bool runBoth(const QString &runFolder, const Programs &programs, const QStringLi
       QStringLiteral("-o"), QStringLiteral("plan"),          QStringLiteral("--quiet")};
   end = runProgram(runFolder, plan, words + planOptions);
   result.planStatus = end.status;
-  result.message = end.isGood() ? QString() : messageOf(runFolder, plan);
+  result.message = end.isGood() ? QString() : lastLineOf(saidBy(runFolder, plan));
   return end.exited;
 }
 
 }  // namespace
 
 bool makeRun(const QString &runFolder, const Programs &programs, const QStringList &planOptions) {
+  const RunLock lock(runFolder);
   if (readResult(runFolder)) {
     return true;
   }

@@ -15,7 +15,8 @@ struct Programs {
 
 // Runs the planner in the run's folder and then corvane-plan on what it wrote, and leaves the
 // result there. A run that has a result is left alone. Where a signal ends one of the programs no
-// result is left, so that the run is made again. False when there is no result in the end.
+// result is left, so that the run is made again. A run that another process is making is waited
+// for. False when there is no result in the end.
 bool makeRun(const QString &runFolder, const Programs &programs, const QStringList &planOptions);
 
 }  // namespace corvane::sweep

@@ -1,5 +1,6 @@
 #include "sweep/study_table.h"
 
+#include <QFileInfo>
 #include <algorithm>
 #include <ostream>
 #include <set>
@@ -64,6 +65,7 @@ void writeJsonRun(const Study &study, const StudyRow &row, const std::vector<QSt
     json.member(utf8(study.variations[i].key), row.run.values[static_cast<qsizetype>(i)]);
   }
   json.endObject();
+  json.member("data", row.run.dataId);
   json.member("state", stateOf(row));
   if (row.isDone()) {
     for (const auto &[name, value] : figuresOf(*row.result, kinds)) {
@@ -141,6 +143,7 @@ void writeStudyJson(const Study &study, const std::vector<StudyRow> &rows,
   JsonWriter json(out);
   json.beginObject();
   json.member("schema", "corvane-study/1");
+  json.member("mill", QFileInfo(study.mill).fileName());
   json.key("varies");
   json.beginObject();
   for (const Variation &variation : study.variations) {

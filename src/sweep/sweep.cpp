@@ -56,7 +56,11 @@ class Sweep {
     }
     folder_.path = QDir(options_.folder).absolutePath();
     runs_ = allRuns(study_, mill.mill);
-    if (!makeFolders(mill.mill) || !makePending()) {
+    const QString fault = makeFolders(folder_, study_, runs_, mill.mill);
+    if (!fault.isEmpty()) {
+      return fail(err_, fault);
+    }
+    if (!makePending()) {
       return false;
     }
     readResults();
@@ -65,21 +69,11 @@ class Sweep {
     if (!writeTables()) {
       return fail(err_, QStringLiteral("%1 cannot be written to").arg(folder_.path));
     }
-    comparePages();
+    makePages();
     return report();
   }
 
  private:
-  bool makeFolders(const Mill &mill) {
-    for (const RunSettings &run : runs_) {
-      const QString fault = makeRunFolder(folder_, study_, run, mill);
-      if (!fault.isEmpty()) {
-        return fail(err_, fault);
-      }
-    }
-    return true;
-  }
-
   // Whether the run needs to be made. Takes away the result of a run that is to be made again.
   bool isPending(const RunSettings &run) const {
     const auto result = readResult(folder_.run(run));
@@ -138,30 +132,33 @@ class Sweep {
                     best.figure(QStringLiteral("unmet_rolls")),
                     false,
                     {}};
-    const QString target = folder_.path + QLatin1String("/pooled-") + dataId;
+    const QString target = QLatin1String("pooled-") + dataId;
     QStringList words{programs_.plan,
                       QStringLiteral("--import-file"),
-                      folder_.run(rows.front()->run) + QLatin1String("/data/CV.imp"),
+                      importFileOf(*rows.front()),
                       QStringLiteral("-o"),
                       target,
                       QStringLiteral("--quiet")};
     words += study_.planOptions;
     for (std::size_t i = 1; i < rows.size(); ++i) {
-      words << QStringLiteral("--pool") << folder_.run(rows[i]->run);
+      words << QStringLiteral("--pool") << importFileOf(*rows[i]);
     }
-    plan.isDone = runLogged(words, target);
-    plan.figures = plan.isDone ? readPlanTotals(target) : plan.figures;
+    plan.isDone = runHere(words, target + QLatin1String(".out"));
+    plan.figures =
+        plan.isDone ? readPlanTotals(folder_.path + QLatin1Char('/') + target) : plan.figures;
     return plan;
   }
 
-  // What the program says goes into files beside the target.
-  static bool runLogged(const QStringList &words, const QString &target) {
-    ChildRequest request;
-    for (const QString &word : words) {
-      request.words.push_back(word.toStdString());
-    }
-    request.output = (target + QLatin1String(".out")).toStdString();
-    request.error = (target + QLatin1String(".err")).toStdString();
+  // From the study's folder.
+  static QString importFileOf(const StudyRow &row) {
+    return QStringLiteral("runs/%1/data/CV.imp").arg(row.run.id);
+  }
+
+  // Started in the study's folder, so that thousands of names make no long command line.
+  bool runHere(const QStringList &words, const QString &log) const {
+    ChildRequest request = loggedRequest(words, folder_.path + QLatin1Char('/') + log);
+    request.folder = folder_.path.toStdString();
+    request.withoutVariable = "ZEM_CVN_PARAM";
     return runChild(request).isGood();
   }
 
@@ -172,17 +169,18 @@ class Sweep {
                      [this](std::ostream &file) { writeStudyJson(study_, rows_, pooled_, file); });
   }
 
-  // The best run beside the worst of the same data.
-  void comparePages() {
+  // A page of all runs, and of each data the best run beside the worst.
+  void makePages() const {
     for (const auto &[dataId, rows] : runsOfSameData()) {
-      const QString page = folder_.path + QLatin1String("/compare-") + dataId;
-      if (rows.size() > 1 && runLogged({programs_.report, folder_.run(rows.front()->run),
-                                        QStringLiteral("--with"), folder_.run(rows.back()->run),
-                                        QStringLiteral("-o"), page + QLatin1String(".html")},
-                                       page)) {
-        pages_ << page + QLatin1String(".html");
+      if (rows.size() > 1) {
+        const QString page = QLatin1String("compare-") + dataId;
+        runHere({programs_.report, QLatin1String("runs/") + rows.front()->run.id,
+                 QStringLiteral("--with"), QLatin1String("runs/") + rows.back()->run.id,
+                 QStringLiteral("-o"), page + QLatin1String(".html")},
+                page + QLatin1String(".out"));
       }
     }
+    runHere({programs_.report, QStringLiteral("study.json")}, QStringLiteral("study.out"));
   }
 
   void reportRun(const char *what, const StudyRow &row) const {
@@ -193,7 +191,7 @@ class Sweep {
 
   void reportPooled(const PooledPlan &plan) const {
     if (!plan.isDone) {
-      out_ << "Pooled: no plan; see pooled-" << utf8(plan.dataId) << ".err" << std::endl;
+      out_ << "Pooled: no plan; see pooled-" << utf8(plan.dataId) << ".out" << std::endl;
       return;
     }
     const auto cost = plan.figures.find(QStringLiteral("cost_total"));
@@ -218,9 +216,7 @@ class Sweep {
     }
     out_.flags(flags);
     out_ << "Table: " << utf8(folder_.path) << "/study.csv" << std::endl;
-    for (const QString &page : pages_) {
-      out_ << "Best and worst side by side: " << utf8(page) << std::endl;
-    }
+    out_ << "Page:  " << utf8(folder_.path) << "/study.html" << std::endl;
     return reportFailures();
   }
 
@@ -247,7 +243,6 @@ class Sweep {
   std::vector<RunSettings> runs_;
   std::vector<StudyRow> rows_;
   std::vector<PooledPlan> pooled_;
-  QStringList pages_;
 };
 
 }  // namespace

@@ -35,6 +35,14 @@ TEST_F(RunChild, KeepsWhatTheChildSaysAndHowItEnds) {
   EXPECT_EQ(content("err"), "err\n");
 }
 
+TEST_F(RunChild, KeepsAllThatTheChildSaysInOneFile) {
+  const QString log = folder_.filePath("log");
+  const ChildRequest request =
+      loggedRequest({"sh", "-c", "echo out; echo err >&2; echo more"}, log);
+  EXPECT_TRUE(runChild(request).isGood());
+  EXPECT_EQ(content("log"), "out\nerr\nmore\n");
+}
+
 TEST_F(RunChild, TellsASignalFromAnExit) {
   const ChildEnd end = shell("kill -KILL $$");
   EXPECT_TRUE(end.started);

@@ -23,14 +23,12 @@ class RunFolder : public StudyTest {
     const MillReading mill = readMill(study_.mill);
     EXPECT_EQ(mill.fault, QString());
     const auto runs = allRuns(study_, mill.mill);
-    for (const RunSettings &run : runs) {
-      EXPECT_EQ(makeRunFolder({path("study")}, study_, run, mill.mill), QString());
-    }
+    EXPECT_EQ(makeFolders({path("study")}, study_, runs, mill.mill), QString());
     return runs;
   }
 
-  std::string dataOf(const RunSettings &run, const char *name) {
-    return content(QStringLiteral("study/runs/%1/data/%2").arg(run.id, QLatin1String(name)));
+  std::string contentOf(const RunSettings &run, const char *name) {
+    return content(QStringLiteral("study/runs/%1/%2").arg(run.id, QLatin1String(name)));
   }
 
   Study study_;
@@ -39,34 +37,45 @@ class RunFolder : public StudyTest {
 TEST_F(RunFolder, HoldsTheMillsParametersWithTheRunsOwnBehindThem) {
   const auto runs = make("seed = 1, 2\noccur min = 7\n");
   ASSERT_EQ(runs.size(), 2U);
-  EXPECT_EQ(dataOf(runs[1], "Parameters.data"),
+  EXPECT_EQ(contentOf(runs[1], "data/Parameters.data"),
             "# a mill\ndays per period=5\nrand num gen seed=1\n# of this run\n"
             "rand num gen seed=2\noccur min=7\n"
-            "machine file=data/machines.data\norder file=data/orders.data\n"
-            "freight rate file=data/freightRates.data\noutput=data/CV.imp\n"
+            "machine file=inputs/machines.data\norder file=inputs/orders.data\n"
+            "freight rate file=inputs/freightRates.data\noutput=data/CV.imp\n"
             "log file=data/corvane.log\n");
 }
 
 TEST_F(RunFolder, DropsALastLineThatTheProgramWouldNotRead) {
   write("mill/data/Parameters.data", "batch=False\ndelay=Fal");
-  EXPECT_THAT(dataOf(make("seed = 1\n")[0], "Parameters.data"),
+  EXPECT_THAT(contentOf(make("seed = 1\n")[0], "data/Parameters.data"),
               StartsWith("batch=False\n# of this run\n"));
 }
 
 TEST_F(RunFolder, LinksToTheDataThatDoesNotChange) {
   const auto runs = make("seed = 1\n");
-  const QFileInfo link(path("study/runs/" + runs[0].id + "/data/orders.data"));
+  const QFileInfo link(path("study/runs/" + runs[0].id + "/inputs/orders.data"));
   EXPECT_EQ(link.symLinkTarget(), path("mill/data/orders.data"));
+  EXPECT_EQ(QDir(path("study/inputs")).entryList(QDir::Dirs | QDir::NoDotAndDotDot),
+            QStringList(runs[0].dataId));
+}
+
+TEST_F(RunFolder, LinksAnewWhenTheSameDataIsElsewhere) {
+  write("a.data", "2,LB42,30,5,Badger Box\n");
+  make("order file = a.data\n");
+  ASSERT_TRUE(QFile::rename(path("a.data"), path("b.data")));
+  const auto runs = make("order file = b.data\n");
+  EXPECT_EQ(contentOf(runs[0], "inputs/orders.data"), content("b.data"));
 }
 
 TEST_F(RunFolder, HoldsOtherFilesAndChangedFreight) {
   write("more.data", "2,LB42,30,5,Badger Box\n");
   const auto runs = make("order file = as it is, more.data\nfreight = 0%, +10%\n");
   ASSERT_EQ(runs.size(), 4U);
-  EXPECT_EQ(dataOf(runs[3], "orders.data"), "2,LB42,30,5,Badger Box\n");
-  EXPECT_EQ(dataOf(runs[3], "freightRates.data"), "Badger Box,Alder Falls,Rail,20.35,1\n");
-  EXPECT_EQ(dataOf(runs[0], "orders.data"), content("mill/data/orders.data"));
-  EXPECT_EQ(dataOf(runs[2], "freightRates.data"), content("mill/data/freightRates.data"));
+  EXPECT_EQ(contentOf(runs[3], "inputs/orders.data"), "2,LB42,30,5,Badger Box\n");
+  EXPECT_EQ(contentOf(runs[3], "inputs/freightRates.data"),
+            "Badger Box,Alder Falls,Rail,20.35,1\n");
+  EXPECT_EQ(contentOf(runs[0], "inputs/orders.data"), content("mill/data/orders.data"));
+  EXPECT_EQ(contentOf(runs[2], "inputs/freightRates.data"), content("mill/data/freightRates.data"));
 }
 
 TEST_F(RunFolder, IsNamedByItsSettingsAndByTheDataThatItReads) {
@@ -93,7 +102,7 @@ TEST_F(RunFolder, TellsAllCombinationsApart) {
 TEST_F(RunFolder, FindsTheFilesThatTheParametersName) {
   write("mill/data/Parameters.data", "order file=in\\mine.data\n");
   write("mill/in/mine.data", "3,LB42,30,5,Badger Box\n");
-  EXPECT_EQ(dataOf(make("seed = 1\n")[0], "orders.data"), "3,LB42,30,5,Badger Box\n");
+  EXPECT_EQ(contentOf(make("seed = 1\n")[0], "inputs/orders.data"), "3,LB42,30,5,Badger Box\n");
 }
 
 TEST_F(RunFolder, NeedsAllFilesOfTheMill) {

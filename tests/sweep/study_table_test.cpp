@@ -11,7 +11,9 @@ namespace corvane::sweep {
 namespace {
 
 Study studyOfSeeds() {
-  return {{}, {}, {{QStringLiteral("rand num gen seed"), {"1", "2", "3", "4", "5"}}}};
+  return {QStringLiteral("/in/a_mill"),
+          {},
+          {{QStringLiteral("rand num gen seed"), {"1", "2", "3", "4", "5"}}}};
 }
 
 StudyRow rowOf(const char *seed, std::optional<RunResult> result) {
@@ -68,9 +70,11 @@ TEST(StudyTable, SaysTheSameInJson) {
   writeStudyJson(studyOfSeeds(), someRows(), {pooled}, out);
   const QJsonObject study = QJsonDocument::fromJson(QByteArray::fromStdString(out.str())).object();
   EXPECT_EQ(study["schema"].toString(), QStringLiteral("corvane-study/1"));
+  EXPECT_EQ(study["mill"].toString(), QStringLiteral("a_mill"));
   EXPECT_EQ(study["varies"]["rand num gen seed"].toArray().size(), 5);
   const QJsonArray runs = study["runs"].toArray();
   ASSERT_EQ(runs.size(), 5);
+  EXPECT_EQ(runs[0]["data"].toString(), QStringLiteral("data"));
   EXPECT_EQ(runs[0]["state"].toString(), QStringLiteral("missing"));
   EXPECT_EQ(runs[1]["message"].toString(), QStringLiteral("no, it failed"));
   EXPECT_EQ(runs[2]["settings"]["rand num gen seed"].toString(), QStringLiteral("3"));

@@ -22,6 +22,7 @@ class SweepTest : public StudyTest {
     // The seed is the plan's cost; each run counts itself.
     script("corvane",
            "echo run >>count\n"
+           "flock --nonblock . true && echo free >>locks || echo held >>locks\n"
            "sed -n 's/^rand num gen seed=//p' data/Parameters.data | tail -n 1 >data/CV.imp\n"
            "echo 'Total number of patterns in model: 12' >data/corvane.log\n" +
                QByteArray("grep -q '^5$' data/CV.imp && { echo 'Error: five'; exit 1; }\n") +
@@ -32,7 +33,7 @@ class SweepTest : public StudyTest {
            "done\nmkdir -p $out\n"
            "echo '{\"totals\": {\"cost\": {\"total\": '$(cat $imp)'}, \"unmet_rolls\": 0}}' "
            ">$out/plan.json\n");
-    script("corvane-report", "while [ $# -gt 0 ]; do [ $1 = -o ] && echo page >$2; shift; done\n");
+    script("corvane-report", "echo \"$@\" >>pages\n");
     programs_ = {path("bin/corvane"), path("bin/corvane-plan"), path("bin/corvane-report"),
                  path("bin/corvane-sweep")};
     // What the engine starts: the same call as in the program.
@@ -80,7 +81,14 @@ TEST_F(SweepTest, MakesEveryRunOnceAndTellsBestAndWorst) {
   EXPECT_THAT(out_.str(), testing::ContainsRegex("Best:  .*seed=1.: cost 1.00"));
   EXPECT_THAT(out_.str(), testing::ContainsRegex("Worst: .*seed=4.: cost 4.00"));
   EXPECT_THAT(out_.str(), HasSubstr("Pooled patterns of 4 runs: cost 1.00, 0.00 % less"));
-  EXPECT_THAT(out_.str(), HasSubstr("Best and worst side by side:"));
+  EXPECT_THAT(out_.str(), HasSubstr("/study.html\n"));
+}
+
+TEST_F(SweepTest, HasAPageMadeOfAllRunsAndOneOfTheBestBesideTheWorst) {
+  ASSERT_TRUE(sweepSeeds("1..3"));
+  EXPECT_THAT(content("study/pages"),
+              testing::MatchesRegex("runs/[0-9a-f]+ --with runs/[0-9a-f]+ -o "
+                                    "compare-[0-9a-f]+.html\nstudy.json\n"));
 }
 
 TEST_F(SweepTest, MakesNothingTwice) {
@@ -110,6 +118,12 @@ TEST_F(SweepTest, MakesARunAgainThatWasKilled) {
   EXPECT_TRUE(sweepSeeds("6..7"));
   EXPECT_EQ(starts(), 3);
   EXPECT_THAT(content("study/study.csv"), HasSubstr(",6,done,6,"));
+}
+
+TEST_F(SweepTest, KeepsOtherProcessesFromARunThatIsBeingMade) {
+  ASSERT_TRUE(sweepSeeds("1"));
+  const QString run = QDir(path("study/runs")).entryList(QDir::Dirs | QDir::NoDotAndDotDot)[0];
+  EXPECT_EQ(content("study/runs/" + run + "/locks"), "held\n");
 }
 
 TEST_F(SweepTest, SaysThatTheMillIsNotWhole) {
