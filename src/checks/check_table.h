@@ -103,6 +103,7 @@ enum class Code : int {
   kImportUndeclared = 805,
   kImportArcEnd = 806,
   kImportDemand = 807,
+  kImportSense = 808,
 };
 
 // What --fix does about a finding.

@@ -24,8 +24,7 @@ struct Place {
 
 // Orders of one grade, period and width that make more than one demand.
 struct Several {
-  quint32 line = 0;     // the first that makes a second demand
-  quint32 largest = 0;  // the line of the largest
+  quint32 line = 0;  // the first that makes a second demand
   qint64 widths = 0;
   double inches = 0;      // of those widths
   double seenInches = 0;  // of their first demands
@@ -48,8 +47,14 @@ class DemandChecks {
       }
       begin = end;
     }
+    std::vector<std::pair<TextId, const Several *>> byLine;
     for (const auto &[grade, several] : several_) {
-      reportSeveral(grade, several);
+      byLine.emplace_back(grade, &several);
+    }
+    std::sort(byLine.begin(), byLine.end(),
+              [](const auto &a, const auto &b) { return a.second->line < b.second->line; });
+    for (const auto &[grade, several] : byLine) {
+      reportSeveral(grade, *several);
     }
   }
 
@@ -156,9 +161,10 @@ class DemandChecks {
     view_.sink.add(view_.orderFile(), Code::kSeveralDemands, [&](Finding &finding) {
       placeAt(finding, view_.orderFile(), several.line, kOrderWidth);
       finding.detail =
-          std::to_string(several.widths) + (several.widths == 1 ? " width of " : " widths of ") +
-          view_.mill.quotedName(grade) + " (each in one period), this one first; of their " +
-          general(several.inches) + " inches generation sees " + general(several.seenInches);
+          view_.mill.quotedName(grade) + " has " + std::to_string(several.widths) +
+          (several.widths == 1 ? " such demand" : " such demands, here the first of them") +
+          "; of " + general(several.inches) + " inches pattern generation sees " +
+          general(several.seenInches);
       finding.write = "the largest of them first";
       finding.edits = several.edits;
     });

@@ -127,9 +127,24 @@ std::optional<Code> faultOfNumber(std::string_view field, FieldKind kind) {
   return faultOfCharacters(field);
 }
 
-bool hasControlCharacter(std::string_view text) {
-  const auto characters = textFromBytes(text).toUcs4();
-  return std::any_of(characters.begin(), characters.end(), isControl);
+std::optional<BytePlace> firstControlCharacter(std::string_view text) {
+  const auto isOdd = [](char c) { return c < ' ' || c > '~'; };
+  if (std::none_of(text.begin(), text.end(), isOdd)) {
+    return std::nullopt;
+  }
+  const QList<uint> characters = textFromBytes(text).toUcs4();
+  const auto found = std::find_if(characters.begin(), characters.end(), isControl);
+  if (found == characters.end()) {
+    return std::nullopt;
+  }
+  const auto bytes = [&](qsizetype from, qsizetype count) {
+    return isUtf8(text) ? utf8(QString::fromUcs4(
+                                   reinterpret_cast<const char32_t *>(&characters[from]), count))
+                              .size()
+                        : static_cast<std::size_t>(count);
+  };
+  const qsizetype at = found - characters.begin();
+  return BytePlace{bytes(0, at), bytes(at, 1)};
 }
 
 FieldFacts FieldTexts::lookAt(std::string_view field) {

@@ -41,8 +41,12 @@ class FieldTexts {
 std::optional<Code> faultOfName(std::string_view field);
 std::optional<Code> faultOfNumber(std::string_view field, FieldKind kind);
 
+struct BytePlace {
+  std::size_t offset;
+  std::size_t length;
+};
 // Control characters, U+0085, U+2028 and U+2029 among them; no tab.
-bool hasControlCharacter(std::string_view text);
+std::optional<BytePlace> firstControlCharacter(std::string_view text);
 
 // The name without what does not belong to it: outer blanks, quotes, control characters; in UTF-8.
 std::string cleanedName(std::string_view field);

@@ -1,7 +1,6 @@
 #include "checks/import_file_check.h"
 
 #include <algorithm>
-#include <array>
 #include <map>
 #include <optional>
 
@@ -10,7 +9,7 @@
 #include "core/numbers.h"
 #include "core/text.h"
 #include "export/names.h"
-#include "network/network_reader.h"
+#include "network/network_builder.h"
 
 namespace corvane::checks {
 
@@ -19,27 +18,24 @@ namespace {
 // Rolls by order node and period.
 using Demand = std::map<std::pair<std::string, std::string>, qint64>;
 
-// Which code a refusal of the reader belongs to, by its words.
-Code codeOfRefusal(const std::string &text) {
-  struct Word {
-    const char *part;
-    Code code;
-  };
-  constexpr std::array<Word, 7> kWords = {{
-      {"no end line", Code::kImportCut},
-      {"no line break", Code::kImportCut},
-      {"is empty", Code::kImportCut},
-      {"two runs", Code::kImportSeveralRuns},
-      {"is not declared", Code::kImportUndeclared},
-      {" gives no ", Code::kImportArcEnd},
-      {" takes no ", Code::kImportArcEnd},
-  }};
-  for (const Word &word : kWords) {
-    if (text.find(word.part) != std::string::npos) {
-      return word.code;
-    }
+Code codeOf(network::Fault fault) {
+  switch (fault) {
+    case network::Fault::kCut:
+      return Code::kImportCut;
+    case network::Fault::kSeveralRuns:
+      return Code::kImportSeveralRuns;
+    case network::Fault::kGrammar:
+      return Code::kImportGrammar;
+    case network::Fault::kLineEnd:
+      return Code::kImportControlCharacter;
+    case network::Fault::kUndeclared:
+      return Code::kImportUndeclared;
+    case network::Fault::kArcEnd:
+      return Code::kImportArcEnd;
+    case network::Fault::kSense:
+      break;
   }
-  return Code::kImportGrammar;
+  return Code::kImportSense;
 }
 
 void placeLine(Finding &finding, quint64 line) {
@@ -47,37 +43,84 @@ void placeLine(Finding &finding, quint64 line) {
   finding.length = finding.file->line(finding.line).size();
 }
 
-// True when there is none.
-bool reportControlCharacters(const SourceFile &file, FindingSink &sink) {
-  bool isClean = true;
-  for (quint32 line = 1; line <= file.lineCount(); ++line) {
-    const std::string_view text = file.line(line);
-    const auto odd =
-        std::find_if(text.begin(), text.end(), [](char c) { return c < ' ' || c > '~'; });
-    if (odd == text.end() || !hasControlCharacter(text)) {
-      continue;
-    }
-    isClean = false;
-    sink.add(file, Code::kImportControlCharacter, [&](Finding &finding) {
-      placeLine(finding, line);
-      finding.detail = "what follows it may be read as a command of its own";
-    });
-  }
-  return isClean;
+// The rest of a line, as far as a message has room for it.
+std::string shortened(std::string_view text) {
+  constexpr std::size_t kRoom = 40;
+  return text.size() <= kRoom ? quotedText(text) : quotedText(text.substr(0, kRoom)) + " ...";
 }
 
-std::optional<network::Network> readNetwork(const SourceFile &file, FindingSink &sink) {
-  try {
-    return network::readNetworkText(file.bytes());
-  } catch (const network::Refused &refused) {
-    const std::string why = refused.what();
-    sink.add(file, codeOfRefusal(why), [&](Finding &finding) {
-      placeLine(finding, refused.line());
-      finding.detail = why;
-    });
-    return std::nullopt;
+// Gives the builder of the network the lines of a file, and reports what is wrong with them in
+// their order.
+class ImportFileReading {
+ public:
+  ImportFileReading(const SourceFile &file, FindingSink &sink)
+      : file_(file),
+        sink_(sink),
+        builder_([this](const network::Refused &refused) { report(refused); }) {}
+
+  network::Network run() {
+    const quint32 whole = file_.lineCount() - (file_.endsWithBreak() ? 0 : 1);
+    for (quint32 line = 1; line <= file_.lineCount(); ++line) {
+      std::string_view text = file_.bytes().substr(file_.begin(line), length(line));
+      reportControlCharacter(line, file_.line(line));
+      if (line > whole) {
+        builder_.takeCutLine();
+      } else {
+        text.remove_suffix(1);
+        builder_.take(text);
+      }
+    }
+    return builder_.finish(file_.bytes().size());
   }
-}
+
+  // Whether the file is one run from its first line to its last.
+  bool isOneRun() const { return isOneRun_; }
+
+ private:
+  std::size_t length(quint32 line) const { return file_.end(line) - file_.begin(line); }
+
+  // The first of a line.
+  void reportControlCharacter(quint32 line, std::string_view text) {
+    const auto at = firstControlCharacter(text);
+    if (!at) {
+      return;
+    }
+    sink_.add(file_, Code::kImportControlCharacter, [&](Finding &finding) {
+      finding.line = line;
+      finding.offset = at->offset;
+      finding.length = at->length;
+      finding.detail = "what follows " + quotedText(text.substr(at->offset, at->length)) +
+                       " may be read as a command of its own";
+    });
+  }
+
+  void report(const network::Refused &refused) {
+    const Code code = codeOf(refused.fault());
+    isOneRun_ = isOneRun_ && code != Code::kImportCut && code != Code::kImportSeveralRuns;
+    sink_.add(file_, code, [&](Finding &finding) {
+      placeLine(finding, refused.line());
+      const network::Refused::Part part = refused.part();
+      if (part.length > 0) {
+        finding.offset = part.offset;
+        finding.length = part.length;
+      }
+      finding.detail = code == Code::kImportGrammar ? describeGrammar(finding) : refused.what();
+    });
+  }
+
+  static std::string describeGrammar(const Finding &finding) {
+    const std::string_view line = finding.file->line(finding.line);
+    return finding.offset == 0 ? "no command begins with " + shortened(line)
+           : finding.offset >= line.size()
+               ? "something is missing at the end"
+               : "no command goes on with " + shortened(line.substr(finding.offset));
+  }
+
+  const SourceFile &file_;
+  FindingSink &sink_;
+  network::NetworkBuilder builder_;
+  bool isOneRun_ = true;
+};
 
 // The same texts as in the file, without their quotes.
 std::string withoutQuotes(const QString &name) {
@@ -132,14 +175,12 @@ void compareDemand(const SourceFile &file, const network::Network &network, cons
 }  // namespace
 
 void checkImportFile(const SourceFile &file, const MillRecords *mill, FindingSink &sink) {
-  if (!reportControlCharacters(file, sink)) {
-    return;
-  }
-  const auto network = readNetwork(file, sink);
+  ImportFileReading reading(file, sink);
+  const network::Network network = reading.run();
   const bool hasOrders = mill != nullptr && mill->parameters.patternsOnly == 0 &&
                          mill->machineFile.file != nullptr && mill->orderFile.file != nullptr;
-  if (network && hasOrders) {
-    compareDemand(file, *network, *mill, sink);
+  if (reading.isOneRun() && hasOrders) {
+    compareDemand(file, network, *mill, sink);
   }
 }
 

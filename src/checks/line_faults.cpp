@@ -84,7 +84,7 @@ bool LineFaults::reportEmpty(const Record &record, std::string_view raw) {
                            ? "it is read as a bad order"
                            : "it is read as a rate without names";
     }
-    dropLine(finding, record.line);
+    dropLine(finding);
   });
   return true;
 }
@@ -112,7 +112,7 @@ bool LineFaults::reportHeader(const Record &record) {
     finding.length = text_.size();
     finding.detail = isMachineFile() ? "it is read as a cutter with a deckle of 0 inches"
                                      : "it is read as a record with zeros";
-    dropLine(finding, record.line);
+    dropLine(finding);
   });
   return true;
 }
@@ -296,10 +296,6 @@ void LineFaults::place(Finding &finding, const Record &record, int first, int la
   finding.line = record.line;
   finding.offset = offsetOf(record.fields[first]);
   finding.length = offsetOf(record.fields[last]) + record.fields[last].size() - finding.offset;
-}
-
-void LineFaults::dropLine(Finding &finding, quint32 line) const {
-  finding.edits.push_back({file_.begin(line), file_.end(line), ""});
 }
 
 char LineFaults::separatorOf(std::string_view line) const {

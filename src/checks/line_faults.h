@@ -42,7 +42,6 @@ class LineFaults {
   }
   // Makes the finding about fields first to last of the line.
   void place(Finding &finding, const Record &record, int first, int last) const;
-  void dropLine(Finding &finding, quint32 line) const;
 
   const SourceFile &file_;
   Layout layout_;

@@ -147,7 +147,8 @@ class WayChecks {
         placeAt(finding, view_.orderFile(), order.line, kOrderCustomer);
         finding.detail = view_.mill.quotedName(order.grade) + " reaches " +
                          view_.mill.quotedName(order.customer) + " at the earliest " +
-                         std::to_string(static_cast<qint64>(delay)) + " period(s) after period " +
+                         std::to_string(static_cast<qint64>(delay)) +
+                         (delay < 2 ? " period after period " : " periods after period ") +
                          view_.mill.quotedName(first);
       });
     }

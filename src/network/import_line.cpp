@@ -43,6 +43,8 @@ class Scanner {
 
   bool atEnd() const { return rest_.empty(); }
 
+  std::size_t left() const { return rest_.size(); }
+
   // A name whose opening quote is behind, up to its closing quote and the text that follows it;
   // without such a text the name ends the line. A '<' that ends the text is left to be read.
   bool name(std::string_view &name, std::string_view next) {
@@ -388,7 +390,7 @@ constexpr std::array kKeywords{
 
 }  // namespace
 
-std::optional<ImportLine> parseImportLine(std::string_view text) {
+std::optional<ImportLine> parseImportLine(std::string_view text, std::size_t *stop) {
   Scanner scanner(text);
   for (const Keyword &keyword : kKeywords) {
     if (scanner.skip(keyword.head)) {
@@ -396,8 +398,11 @@ std::optional<ImportLine> parseImportLine(std::string_view text) {
       if (keyword.read(scanner, line) && scanner.atEnd()) {
         return line;
       }
-      return std::nullopt;
+      break;
     }
+  }
+  if (stop != nullptr) {
+    *stop = text.size() - scanner.left();
   }
   return std::nullopt;
 }

@@ -1,5 +1,6 @@
 #include "network/network_builder.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -33,12 +34,26 @@ std::string quote(std::string_view name) {
 
 }  // namespace
 
+void NetworkBuilder::tell(const Refused &refused) const {
+  if (!onFault_) {
+    throw refused;
+  }
+  onFault_(refused);
+}
+
+// The part is one of the line's text.
+void NetworkBuilder::refuse(Fault fault, const std::string &text, std::string_view part) const {
+  throw Refused(line_, text, fault,
+                {static_cast<std::size_t>(part.data() - text_.data()), part.size()});
+}
+
 void NetworkBuilder::refuse(const std::string &text) const {
   throw Refused(line_, text);
 }
 
-void NetworkBuilder::refuseCutLine() const {
-  throw Refused(line_ + 1, "the last line has no line break: the file is cut");
+void NetworkBuilder::takeCutLine() {
+  isCutInALine_ = true;
+  tell(Refused(line_ + 1, "the last line has no line break: the file is cut", Fault::kCut));
 }
 
 void NetworkBuilder::warn(const char *kind, std::string text) {
@@ -47,60 +62,107 @@ void NetworkBuilder::warn(const char *kind, std::string text) {
 
 double NetworkBuilder::finite(const Number &number) const {
   if (!std::isfinite(number.value)) {
-    refuse("the number " + std::string(number.text) + " is not finite");
+    refuse(Fault::kSense, "the number " + std::string(number.text) + " is not finite", number.text);
   }
   return number.value;
 }
 
 double NetworkBuilder::notNegative(const Number &number, const char *what) const {
   if (finite(number) < 0.0) {
-    refuse(std::string(what) + " is below 0: " + std::string(number.text));
+    refuse(Fault::kSense, std::string(what) + " is below 0: " + std::string(number.text),
+           number.text);
   }
   return number.value;
 }
 
 void NetworkBuilder::take(std::string_view text) {
   ++line_;
+  text_ = text;
+  try {
+    takeLine();
+  } catch (const Refused &refused) {
+    tell(refused);
+  }
+}
+
+void NetworkBuilder::takeLine() {
   if (stage_ == Stage::kEnd) {
-    refuse("the file goes on after its last line: two runs have written it");
+    stage_ = Stage::kOver;
+    tell(Refused(line_, "the file goes on after its last line: two runs have written it",
+                 Fault::kSeveralRuns));
   }
-  const std::optional<ImportLine> line = parseImportLine(text);
-  if (!line) {
-    refuse(text.ends_with('\r') ? "the line ends in a carriage return: the file was converted"
-                                : "the line is none of an import file");
+  if (stage_ == Stage::kOver) {
+    const std::optional<ImportLine> line = parseImportLine(text_);
+    endIsThere_ = line && line->family == Family::kTrailer;
+    return;
   }
-  if (stage_ == Stage::kCommands && line->family > Family::kPeriod) {
-    takeCommand(*line);
+  const ImportLine line = parse();
+  if (stage_ == Stage::kCommands && line.family > Family::kPeriod) {
+    takeCommand(line);
   } else {
-    takeHeader(*line);
+    takeHeader(line);
   }
+}
+
+ImportLine NetworkBuilder::parse() {
+  std::size_t stop = 0;
+  std::optional<ImportLine> line = parseImportLine(text_, &stop);
+  if (!line && text_.ends_with('\r')) {
+    tell(Refused(line_, "the line ends in a carriage return: the file was converted",
+                 Fault::kLineEnd));
+    text_.remove_suffix(1);
+    line = parseImportLine(text_, &stop);
+  }
+  if (!line) {
+    // A first line that is none was to be the root.
+    stage_ = std::max(stage_, Stage::kCommodities);
+    refuse(Fault::kGrammar, "the line is none of an import file", text_.substr(stop));
+  }
+  return *line;
 }
 
 // The root, then commodities, then periods, then the commands.
 void NetworkBuilder::takeHeader(const ImportLine &line) {
-  const bool root = line.family == Family::kRoot || line.family == Family::kBatchRoot;
-  if (root != (stage_ == Stage::kStart)) {
-    refuse(root ? "a second root: two runs have written the file" : "the file starts without root");
+  if (line.family == Family::kRoot || line.family == Family::kBatchRoot) {
+    return takeRoot(line);
   }
-  if (root) {
-    network_.batch = line.family == Family::kBatchRoot;
+  if (stage_ == Stage::kStart) {
     stage_ = Stage::kCommodities;
-  } else if (line.family == Family::kPeriod) {
-    if (stage_ == Stage::kCommands || periods_.find(line.name) != kNone) {
-      refuse("the period " + quote(line.name) + " stands out of place or twice");
-    }
-    stage_ = Stage::kPeriods;
-    periods_.add(line.name, static_cast<Index>(network_.periods.size()));
-    network_.periods.emplace_back(line.name);
+    tell(Refused(line_, "the file starts without root"));
+  }
+  if (line.family == Family::kPeriod) {
+    takePeriod(line);
   } else if (line.family < Family::kPeriod) {
-    if (stage_ != Stage::kCommodities) {
+    const bool isLate = stage_ != Stage::kCommodities;
+    declareCommodity(line);
+    if (isLate) {
       refuse("a commodity after the periods");
     }
-    declareCommodity(line);
   } else {
     stage_ = Stage::kCommands;
     takeCommand(line);
   }
+}
+
+void NetworkBuilder::takeRoot(const ImportLine &line) {
+  if (stage_ != Stage::kStart) {
+    stage_ = Stage::kOver;
+    tell(Refused(line_, "a second root: two runs have written the file", Fault::kSeveralRuns));
+    return;
+  }
+  network_.batch = line.family == Family::kBatchRoot;
+  stage_ = Stage::kCommodities;
+}
+
+// Series have an entry a period, so none can join them once there are commands.
+void NetworkBuilder::takePeriod(const ImportLine &line) {
+  if (stage_ == Stage::kCommands || periods_.find(line.name) != kNone) {
+    refuse(Fault::kSense, "the period " + quote(line.name) + " stands out of place or twice",
+           line.name);
+  }
+  stage_ = Stage::kPeriods;
+  periods_.add(line.name, static_cast<Index>(network_.periods.size()));
+  network_.periods.emplace_back(line.name);
 }
 
 void NetworkBuilder::declareCommodity(const ImportLine &line) {
@@ -145,6 +207,7 @@ void NetworkBuilder::takeCommand(const ImportLine &line) {
       return takeGrouping(line);
     case Family::kTrailer:
       stage_ = Stage::kEnd;
+      endIsThere_ = true;
       return;
     default:
       return takeNode(line);
@@ -180,8 +243,10 @@ Index NetworkBuilder::declareNode(NodeType type, std::string_view name) {
   if (known != kNone) {
     const Node &node = network_.nodes[known];
     if (node.type != type) {
-      refuse("the node " + quote(name) + " is a " + typeName(type) + " here and was a " +
-             typeName(node.type) + " in line " + std::to_string(node.line));
+      refuse(Fault::kSense,
+             "the node " + quote(name) + " is a " + typeName(type) + " here and was a " +
+                 typeName(node.type) + " in line " + std::to_string(node.line),
+             name);
     }
     return known;
   }
@@ -223,14 +288,15 @@ void NetworkBuilder::setStorage(Index index, const ImportLine &line) {
   Node &node = network_.nodes[index];
   const Index period = periodOf(line.period);
   if (std::isnan(line.storageMax.value) || line.storageMax.value < 0.0) {
-    refuse("the stock has no such limit: " + std::string(line.storageMax.text));
+    refuse(Fault::kSense, "the stock has no such limit: " + std::string(line.storageMax.text),
+           line.storageMax.text);
   }
   set(node.storageMax, period, line.storageMax.value, index, "limit of stock");
   if (line.undercost.text.empty()) {
     return;
   }
   if (notNegative(line.undercost, "the undercost") == 0.0) {
-    refuse("the undercost is 0: nothing would be delivered");
+    refuse(Fault::kSense, "the undercost is 0: nothing would be delivered", line.undercost.text);
   }
   set(node.undercost, period, line.undercost.value, index, "undercost");
   if (line.family == Family::kOrderUndercost) {
@@ -263,7 +329,7 @@ void NetworkBuilder::takeGrouping(const ImportLine &line) {
     }
     case Family::kBlockSet:
       if (sets_.find(line.name) == kNone) {
-        refuse("the set " + quote(line.name) + " holds no node");
+        refuse(Fault::kUndeclared, "the set " + quote(line.name) + " holds no node", line.name);
       }
       return;
     default:
@@ -271,7 +337,7 @@ void NetworkBuilder::takeGrouping(const ImportLine &line) {
         periodOf(line.period);
       }
       if (sets_.find(line.name) == kNone) {
-        refuse("the block " + quote(line.name) + " has no set");
+        refuse(Fault::kUndeclared, "the block " + quote(line.name) + " has no set", line.name);
       }
   }
 }
@@ -279,7 +345,7 @@ void NetworkBuilder::takeGrouping(const ImportLine &line) {
 Index NetworkBuilder::nodeOf(std::string_view name) {
   const Index node = nodes_.find(name);
   if (node == kNone) {
-    refuse("the node " + quote(name) + " is not declared");
+    refuse(Fault::kUndeclared, "the node " + quote(name) + " is not declared", name);
   }
   return node;
 }
@@ -290,7 +356,7 @@ Index NetworkBuilder::commodityOf(std::string_view name) {
   }
   lastCommodity_ = commodities_.find(name);
   if (lastCommodity_ == kNone) {
-    refuse("the commodity " + quote(name) + " is not declared");
+    refuse(Fault::kUndeclared, "the commodity " + quote(name) + " is not declared", name);
   }
   return lastCommodity_;
 }
@@ -306,7 +372,7 @@ Index NetworkBuilder::periodOf(std::string_view name) {
   }
   const Index period = periods_.find(name);
   if (period == kNone) {
-    refuse("the period " + quote(name) + " is not declared");
+    refuse(Fault::kUndeclared, "the period " + quote(name) + " is not declared", name);
   }
   lastPeriod_ = period;
   return period;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -16,20 +17,29 @@ namespace corvane::network {
 // Takes the lines of an import file one by one and makes the network of them.
 class NetworkBuilder {
  public:
-  // The next line, without its line break. Throws Refused.
+  using OnFault = std::function<void(const Refused &)>;
+
+  // Without onFault the first fault is thrown. With it every fault is handed to it and nothing is
+  // thrown: what cannot be taken of a line is left out of the network, and what follows the end of
+  // the first run, or the root of a second one, is passed over. Of the network then only its places
+  // are sure: its arcs lead from and to nodes that are there, its series have an entry a period.
+  explicit NetworkBuilder(OnFault onFault = {}) : onFault_(std::move(onFault)) {}
+
+  // The next line, without its line break.
   void take(std::string_view line);
 
-  // What follows the last line break of the file; REQUIRES: there is something. Throws Refused.
-  [[noreturn]] void refuseCutLine() const;
+  // What follows the last line break of the file; REQUIRES: there is something.
+  void takeCutLine();
 
   quint64 lines() const { return line_; }
 
-  // Carries the data over to the periods that have none and gives the network away. Throws Refused
-  // where the file is not whole. Call once, after the last line.
+  // Carries the data over to the periods that have none and gives the network away; a file that is
+  // not whole is a fault. Call once, after the last line.
   Network finish(quint64 bytes);
 
  private:
-  enum class Stage { kStart, kCommodities, kPeriods, kCommands, kEnd };
+  // kEnd: behind the trailer. kOver: in another run.
+  enum class Stage { kStart, kCommodities, kPeriods, kCommands, kEnd, kOver };
   // What a process took and gave before it was declared again.
   struct EarlierRecipe {
     Index node = kNone;
@@ -47,11 +57,18 @@ class NetworkBuilder {
     }
   };
 
+  // Hands the fault on, or throws it.
+  void tell(const Refused &refused) const;
+  [[noreturn]] void refuse(Fault fault, const std::string &text, std::string_view part) const;
   [[noreturn]] void refuse(const std::string &text) const;
   void warn(const char *kind, std::string text);
   double finite(const Number &number) const;
   double notNegative(const Number &number, const char *what) const;
 
+  void takeLine();
+  ImportLine parse();
+  void takeRoot(const ImportLine &line);
+  void takePeriod(const ImportLine &line);
   void takeHeader(const ImportLine &line);
   void takeCommand(const ImportLine &line);
   void takeNode(const ImportLine &line);
@@ -66,7 +83,8 @@ class NetworkBuilder {
   void setStorage(Index node, const ImportLine &line);
   void attach(Index node, Index commodity, bool in, double quantity);
   void attachYield(Index node, const ImportLine &line);
-  Index findOrAddArc(const Arc &arc);
+  Index findOrAddArc(const Arc &arc, const ImportLine &line);
+  void requireEnds(const Arc &arc, const ImportLine &line);
   void setArc(Index arc, Index period, double cost);
 
   Index nodeOf(std::string_view name);
@@ -78,9 +96,13 @@ class NetworkBuilder {
   void compareRecipe(EarlierRecipe &earlier);
   void carryOver();
 
+  OnFault onFault_;
   Network network_;
   Stage stage_ = Stage::kStart;
   Index line_ = 0;
+  std::string_view text_;      // of the line that is being taken
+  bool endIsThere_ = false;    // the last line taken is a trailer
+  bool isCutInALine_ = false;  // and told of
   NameTable nodes_;
   NameTable commodities_;
   NameTable periods_;

@@ -1,6 +1,7 @@
 // The part of the builder that takes attachments and arcs and closes the network.
 
 #include <algorithm>
+#include <utility>
 
 #include "network/network_builder.h"
 #include "network/period_order.h"
@@ -87,10 +88,12 @@ void NetworkBuilder::takeArc(const ImportLine &line) {
   if (lastTo_ == kNone || network_.nodes[lastTo_].name != line.other) {
     lastTo_ = nodeOf(line.other);
   }
-  const Index arc = findOrAddArc({commodity, lastFrom_, lastTo_, line_});
+  const Index arc = findOrAddArc({commodity, lastFrom_, lastTo_, line_}, line);
   const double cost = finite(line.value);
   if (cost != 0.0 && (line.family == Family::kTimeArc || line.family == Family::kYieldArc)) {
-    refuse("the arc has a cost where none has a meaning: " + std::string(line.value.text));
+    refuse(Fault::kSense,
+           "the arc has a cost where none has a meaning: " + std::string(line.value.text),
+           line.value.text);
   }
   if (line.family == Family::kTimeArc) {  // it names no period and holds for all
     for (Index period = 0; period < network_.periods.size(); ++period) {
@@ -101,31 +104,37 @@ void NetworkBuilder::takeArc(const ImportLine &line) {
   }
 }
 
-Index NetworkBuilder::findOrAddArc(const Arc &arc) {
+Index NetworkBuilder::findOrAddArc(const Arc &arc, const ImportLine &line) {
   if (lastArc_ != kNone) {
     const Arc &last = network_.arcs[lastArc_];
     if (last.from == arc.from && last.to == arc.to && last.commodity == arc.commodity) {
       return lastArc_;
     }
   }
-  const auto next = static_cast<Index>(network_.arcs.size());
-  const auto [found, added] =
-      arcs_.try_emplace({(quint64{arc.from} << 32U) | arc.to, arc.commodity}, next);
-  lastArc_ = found->second;
-  if (!added) {
+  const ArcKey key = {(quint64{arc.from} << 32U) | arc.to, arc.commodity};
+  if (const auto known = arcs_.find(key); known != arcs_.end()) {
+    lastArc_ = known->second;
     return lastArc_;
   }
+  requireEnds(arc, line);
+  lastArc_ = static_cast<Index>(network_.arcs.size());
+  arcs_.emplace(key, lastArc_);
+  network_.arcs.push_back(arc);
+  network_.arcData.resize(network_.arcs.size() * network_.periods.size());
+  return lastArc_;
+}
+
+void NetworkBuilder::requireEnds(const Arc &arc, const ImportLine &line) {
   for (const bool leaving : {true, false}) {
     const Node &node = network_.nodes[leaving ? arc.from : arc.to];
     if (leaving ? !node.gives(arc.commodity) : !node.takes(arc.commodity)) {
       compareRecipes();  // says it better where the node was declared twice
-      refuse("the node " + quote(node.name) + (leaving ? " gives no " : " takes no ") +
-             quote(network_.commodities[arc.commodity].name));
+      refuse(Fault::kArcEnd,
+             "the node " + quote(node.name) + (leaving ? " gives no " : " takes no ") +
+                 quote(network_.commodities[arc.commodity].name),
+             leaving ? line.name : line.other);
     }
   }
-  network_.arcs.push_back(arc);
-  network_.arcData.resize(network_.arcs.size() * network_.periods.size());
-  return lastArc_;
 }
 
 void NetworkBuilder::setArc(Index index, Index period, double cost) {
@@ -142,11 +151,11 @@ void NetworkBuilder::setArc(Index index, Index period, double cost) {
 }
 
 Network NetworkBuilder::finish(quint64 bytes) {
-  if (line_ == 0) {
-    throw Refused(0, "the file is empty: the run that was to write it failed early");
-  }
-  if (stage_ != Stage::kEnd) {
-    throw Refused(line_, "the file has no end line: the run that wrote it did not finish");
+  if (line_ == 0 && !isCutInALine_) {
+    tell(Refused(0, "the file is empty: the run that was to write it failed early", Fault::kCut));
+  } else if (!endIsThere_ && !isCutInALine_) {
+    tell(Refused(line_, "the file has no end line: the run that wrote it did not finish",
+                 Fault::kCut));
   }
   compareRecipes();
   carryOver();
@@ -167,7 +176,7 @@ Network NetworkBuilder::finish(quint64 bytes) {
 }
 
 void NetworkBuilder::compareRecipes() {
-  for (EarlierRecipe &earlier : earlierRecipes_) {
+  for (EarlierRecipe &earlier : std::exchange(earlierRecipes_, {})) {
     compareRecipe(earlier);
   }
 }
@@ -191,9 +200,9 @@ void NetworkBuilder::compareRecipe(EarlierRecipe &earlier) {
                   {recipeLine_[earlier.node], now.quantity, earlier.line, before.quantity, ""});
   }
   if (!equal) {
-    throw Refused(recipeLine_[earlier.node],
-                  "the process " + quote(node.name) + " has another recipe than in line " +
-                      std::to_string(earlier.line) + ": two of them under one name");
+    tell(Refused(recipeLine_[earlier.node],
+                 "the process " + quote(node.name) + " has another recipe than in line " +
+                     std::to_string(earlier.line) + ": two of them under one name"));
   }
 }
 

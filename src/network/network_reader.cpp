@@ -27,7 +27,7 @@ std::string_view takeLines(NetworkBuilder &builder, std::string_view text) {
 // The rest of a file behind its last line break.
 void takeRest(NetworkBuilder &builder, std::string_view rest) {
   if (!rest.empty()) {
-    builder.refuseCutLine();
+    builder.takeCutLine();
   }
 }
 

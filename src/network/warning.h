@@ -13,14 +13,39 @@ struct Warning {
   std::string text;  // a sentence without the line
 };
 
+// What kind of fault keeps a file from being planned.
+enum class Fault {
+  kSense,  // commands that contradict each other, or numbers that mean nothing
+  kCut,    // the end is missing
+  kSeveralRuns,
+  kGrammar,     // a line of no family
+  kLineEnd,     // a carriage return before the line feed
+  kUndeclared,  // a name
+  kArcEnd,      // an arc to or from a node without its commodity
+};
+
 // A file that cannot be planned: the line (0 when it belongs to none) and why, as one sentence.
 class Refused : public std::runtime_error {
  public:
-  Refused(quint64 line, const std::string &text) : std::runtime_error(text), line_(line) {}
+  // The part of the line that is at fault, in bytes; without a length it is the line as a whole.
+  struct Part {
+    std::size_t offset = 0;
+    std::size_t length = 0;
+  };
+
+  Refused(quint64 line, const std::string &text, Fault fault, Part part)
+      : std::runtime_error(text), line_(line), fault_(fault), part_(part) {}
+  Refused(quint64 line, const std::string &text, Fault fault = Fault::kSense)
+      : Refused(line, text, fault, Part()) {}
+
   quint64 line() const { return line_; }
+  Fault fault() const { return fault_; }
+  Part part() const { return part_; }
 
  private:
   quint64 line_;
+  Fault fault_;
+  Part part_;
 };
 
 }  // namespace corvane::network

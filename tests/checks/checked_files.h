@@ -28,6 +28,8 @@ struct Found {
   std::string code;
   std::string message;
   std::string write;
+  FixKind fixKind = FixKind::kNone;
+  bool hasEdits = false;
 
   std::string text() const { return place + " " + code; }
 };

@@ -18,7 +18,12 @@ struct Spot {
   std::size_t row = 0;    // from 0
   int field = 0;          // of a data file
   std::size_t shift = 0;  // characters into the field, or the line of a parameter file
+  bool isWholeFile = false;
 };
+
+Spot wholeFile(const std::string &file) {
+  return {file, 0, 0, 0, true};
+}
 
 struct Planter {
   const char *code;
@@ -76,8 +81,32 @@ Spot damaged(RandomMill &mill, const std::string &file,
   return {file, 0, 0};
 }
 
+std::string oneFile(Random &random) {
+  static const std::vector<std::string> kFiles = {"machines", "orders", "rates"};
+  return kFiles[below(random, kFiles.size())];
+}
+
+// Every character of the text as two bytes.
+std::string wide(const std::string &text, bool littleEndian, bool marked) {
+  std::string result = !marked ? "" : littleEndian ? "\xff\xfe" : "\xfe\xff";
+  for (const char c : text) {
+    result += littleEndian ? std::string({c, '\0'}) : std::string({'\0', c});
+  }
+  return result;
+}
+
 std::vector<Planter> planters() {
   return {
+      {"CV101",
+       [](RandomMill &mill, Random &random) {
+         const std::string file = oneFile(random);
+         const std::string key = file == "machines" ? "machine file="
+                                 : file == "orders" ? "order file="
+                                                    : "freight rate file=";
+         mill.parameters.push_back(key + "data/nowhere.data");
+         return Spot{"parameters", mill.parameters.size() - 1, 0, key.size()};
+       },
+       {}},
       {"CV102",
        [](RandomMill &mill, Random &) {
          Spot spot = damaged(mill, "orders", [](std::string &text) { text.pop_back(); });
@@ -93,6 +122,31 @@ std::vector<Planter> planters() {
              change(mill, random, "orders", 4, [](std::string &text) { text.insert(3, 1, '\0'); });
          spot.shift = 3;
          return spot;
+       },
+       {}},
+      {"CV103",
+       [](RandomMill &mill, Random &random) {
+         const std::string file = oneFile(random);
+         Spot spot = damaged(mill, file, [](std::string &text) {
+           std::replace(text.begin(), text.end(), '\n', '\r');
+         });
+         spot.field = static_cast<int>(mill.rowsOf(file)[0].size()) - 1;
+         spot.shift = mill.rowsOf(file)[0].back().size();
+         return spot;
+       },
+       {}},
+      {"CV104",
+       [](RandomMill &mill, Random &random) {
+         const bool littleEndian = below(random, 2) == 0;
+         const bool marked = below(random, 2) == 0;
+         return damaged(mill, oneFile(random),
+                        [=](std::string &text) { text = wide(text, littleEndian, marked); });
+       },
+       {}},
+      {"CV106",
+       [](RandomMill &mill, Random &random) {
+         return damaged(mill, oneFile(random),
+                        [](std::string &text) { text.insert(0, "\xef\xbb\xbf"); });
        },
        {}},
       {"CV105",
@@ -215,6 +269,12 @@ std::vector<Planter> planters() {
        },
        {}},
       {"CV403", replacedBy("orders", 1, "LB24"), {}},
+      {"CV404",
+       [](RandomMill &mill, Random &) {
+         mill.orders.clear();
+         return wholeFile("orders");
+       },
+       {}},
       {"CV405",
        [](RandomMill &mill, Random &) {
          mill.orders.insert(mill.orders.begin(), {"9", "LB42", "39", "50", "Badger Box"});
@@ -228,6 +288,29 @@ std::vector<Planter> planters() {
        [](RandomMill &mill, Random &random) {
          mill.orders.push_back(mill.orders[below(random, mill.orders.size())]);
          return Spot{"orders", mill.orders.size() - 1, 0};
+       },
+       {}},
+      {"CV408",
+       [](RandomMill &mill, Random &random) {
+         mill.machines.push_back({"Alder Falls", "AW9", "WT77", "125", "50", "60", "10"});
+         const std::string width = std::to_string(30 + below(random, 40));
+         mill.orders.insert(mill.orders.begin(), {"1", "WT77", width, "50", "Badger Box"});
+         return Spot{"orders", 0, 1};
+       },
+       {}},
+      {"CV409",
+       [](RandomMill &mill, Random &random) {
+         mill.machines.push_back({"Alder Falls", "AW9", "WT77", "125", "50", "60", "10"});
+         std::vector<Row> narrow;
+         for (const Row &order : mill.orders) {
+           if (narrow.empty() || narrow.back()[0] != order[0]) {
+             narrow.push_back({order[0], "WT77", "11", "50", "Badger Box"});
+           }
+         }
+         const std::size_t row = below(random, narrow.size());
+         narrow[row][2] = "9.5";
+         mill.orders.insert(mill.orders.begin(), narrow.begin(), narrow.end());
+         return Spot{"orders", row, 2};
        },
        {}},
       {"CV410",
@@ -372,6 +455,14 @@ std::vector<Planter> planters() {
       {"CV703", parameter("occur min=two", 10), {}},
       {"CV704", parameter("new patterns per iteration=200000", 27), {}},
       {"CV705", parameter("batch=True", 0), {}},
+      {"CV706",
+       [](RandomMill &mill, Random &) {
+         std::erase_if(mill.parameters, [](const std::string &line) {
+           return line.find("seed") != std::string::npos;
+         });
+         return wholeFile("parameters");
+       },
+       {}},
       {"CV707", parameter("order file=data/orders.data=old", 27), {}},
       {"CV708", parameter("log file=nowhere/a.log", 9), {}},
       {"CV709", parameter("time limit=0", 11), {}},
@@ -385,6 +476,9 @@ std::vector<Planter> planters() {
 }
 
 std::string placeOf(const RandomMill &mill, const Spot &spot) {
+  if (spot.isWholeFile) {
+    return spot.file;
+  }
   std::size_t column = 1 + spot.shift;
   if (spot.file != "parameters") {
     RandomMill copy = mill;
@@ -397,6 +491,22 @@ std::string placeOf(const RandomMill &mill, const Spot &spot) {
   return spot.file + ":" + std::to_string(spot.row + 1) + ":" + std::to_string(column);
 }
 
+// "orders:3" of "orders:3:7".
+std::string lineOf(const std::string &place) {
+  return place.substr(0, place.rfind(':'));
+}
+
+TEST(SeededPlants, AreOfEveryCodeOfAMill) {
+  std::set<std::string> planted;
+  for (const Planter &planter : planters()) {
+    planted.insert(planter.code);
+  }
+  for (const Check &check : allChecks()) {
+    EXPECT_EQ(planted.count(codeText(check.code)), check.code < Code::kImportCut ? 1U : 0U)
+        << codeText(check.code);
+  }
+}
+
 TEST(SeededPlants, AreAllFoundAndNothingElse) {
   constexpr unsigned kTimes = 5;
   for (const Planter &planter : planters()) {
@@ -406,10 +516,10 @@ TEST(SeededPlants, AreAllFoundAndNothingElse) {
       const Spot spot = planter.plant(mill, random);
       const TextCheck check(mill.texts());
       const std::string place = placeOf(mill, spot);
-      const std::string line = place.substr(0, place.find(':', place.find(':') + 1) + 1);
+      const std::string line = lineOf(place);
       EXPECT_THAT(check.texts(), testing::Contains(place + " " + planter.code)) << "seed " << seed;
       for (const Found &found : check.found) {
-        EXPECT_TRUE(found.place.rfind(line, 0) != 0 || found.code == planter.code ||
+        EXPECT_TRUE(lineOf(found.place) != line || found.code == planter.code ||
                     planter.also.count(found.code) > 0)
             << planter.code << ", seed " << seed << ": " << found.text() << ": " << found.message;
       }
