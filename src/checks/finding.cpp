@@ -13,16 +13,28 @@ std::string messageOf(const Finding &finding) {
   return finding.detail.empty() ? text : text + ": " + finding.detail;
 }
 
+MarkedText markedText(const Finding &finding) {
+  constexpr std::size_t kMark = 3;
+  std::string_view line = finding.file->line(finding.line);
+  std::size_t begin = std::min(finding.offset, line.size());
+  std::size_t end = std::min(begin + finding.length, line.size());
+  if (finding.line == 1 && finding.file->startsWithByteOrderMark() &&
+      finding.code != Code::kByteOrderMark) {
+    line.remove_prefix(kMark);
+    begin -= std::min(begin, kMark);
+    end -= std::min(end, kMark);
+  }
+  return {line, begin, end - begin};
+}
+
 std::size_t columnOf(const Finding &finding) {
-  const std::string_view line = finding.file->line(finding.line);
-  return characterCount(line, 0, std::min(finding.offset, line.size())) + 1;
+  const MarkedText text = markedText(finding);
+  return characterCount(text.line, 0, text.begin) + 1;
 }
 
 std::size_t widthOf(const Finding &finding) {
-  const std::string_view line = finding.file->line(finding.line);
-  const std::size_t begin = std::min(finding.offset, line.size());
-  const std::size_t end = std::min(begin + finding.length, line.size());
-  return std::max<std::size_t>(1, characterCount(line, begin, end));
+  const MarkedText text = markedText(finding);
+  return std::max<std::size_t>(1, characterCount(text.line, text.begin, text.begin + text.length));
 }
 
 void replaceMarked(Finding &finding, std::string text) {

@@ -33,7 +33,16 @@ struct Finding {
 // "decimal comma: "44,75" is read as width 44 and quantity 75"
 std::string messageOf(const Finding &finding);
 
-// The column, from 1: characters in a line of UTF-8, bytes in any other.
+// The line, without a byte order mark in front of it, and the place in it that is marked, in bytes.
+struct MarkedText {
+  std::string_view line;
+  std::size_t begin;
+  std::size_t length;
+};
+MarkedText markedText(const Finding &finding);
+
+// The column, from 1, as an editor counts it: characters in a line of UTF-8, bytes in any other; a
+// byte order mark is none.
 std::size_t columnOf(const Finding &finding);
 // The characters that the finding marks, at least 1.
 std::size_t widthOf(const Finding &finding);

@@ -52,15 +52,19 @@ class Joiner {
       second.remove_suffix(1);
     }
     const bool isSigned = !first.empty() && first.front() == '-';
-    if (!isDigits(isSigned ? first.substr(1) : first) || !isDigits(second)) {
+    // Of 1,024.25 the second half has the point.
+    const std::string_view whole = second.substr(0, second.find('.'));
+    const bool hasPoint = whole.size() < second.size() && kind != FieldKind::kQuantity;
+    if (!isDigits(isSigned ? first.substr(1) : first) || !isDigits(hasPoint ? whole : second) ||
+        (hasPoint && !isDigits(second.substr(whole.size() + 1)))) {
       return;
     }
-    const bool isQuantity = kind == FieldKind::kQuantity;
-    if (isQuantity && (first.size() > kGroup || second.size() != kGroup)) {
+    const bool isThousands = hasPoint || kind == FieldKind::kQuantity;
+    if (isThousands && (first.size() > kGroup || whole.size() != kGroup)) {
       return;
     }
     joins_.push_back(
-        {field, isQuantity, std::string(first) + (isQuantity ? "" : ".") + std::string(second)});
+        {field, isThousands, std::string(first) + (isThousands ? "" : ".") + std::string(second)});
     tryColumn(column + 1, field + 2);
     joins_.pop_back();
   }

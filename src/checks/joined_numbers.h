@@ -10,7 +10,7 @@
 namespace corvane::checks {
 
 // How a line with too many fields becomes a record when neighbours are halves of one number: 44,75
-// as a width is 44.75, and 1,200 as a quantity 1200.
+// as a width is 44.75, 1,200 as a quantity 1200, and 1,024.25 as a rate 1024.25.
 struct JoinedNumbers {
   struct Join {
     int first;         // of the two fields

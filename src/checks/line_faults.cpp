@@ -338,9 +338,11 @@ void LineFaults::describeSeparator(Finding &finding, quint32 line, char separato
                                : separator == ';' ? "semicolons"
                                                   : "bars") +
                    " stand between fields";
-  finding.write = commaSeparated(text, layout_);
+  constexpr std::size_t kMark = 3;
+  const std::size_t mark = line == 1 && file_.startsWithByteOrderMark() ? kMark : 0;
+  finding.write = commaSeparated(text.substr(mark), layout_);
   const std::size_t begin = file_.begin(line);
-  finding.edits.push_back({begin, begin + text.size(), finding.write});
+  finding.edits.push_back({begin + mark, begin + text.size(), finding.write});
 }
 
 }  // namespace corvane::checks

@@ -35,8 +35,8 @@ class TextReport : public Report {
     out_ << placeText(finding) << severityWord(finding.severity) << " " << codeText(finding.code)
          << ": " << messageOf(finding) << "\n";
     if (finding.line > 0) {
-      const std::string_view line = finding.file->line(finding.line);
-      const MarkedLine marked = markedLine(line, finding.offset, finding.length);
+      const MarkedText text = markedText(finding);
+      const MarkedLine marked = markedLine(text.line, text.begin, text.length);
       out_ << "    " << marked.text << "\n    " << marked.mark << "\n";
     }
     const std::string_view write =

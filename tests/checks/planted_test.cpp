@@ -145,6 +145,12 @@ std::vector<Planted> allPlanted() {
       {"ThousandsComma",
        {{"orders", "36.5,40,Badger", "36.5,1,040,Badger"}},
        {"orders:2:13 CV205"}},
+      {"ThousandsCommaOfARate",
+       {{"rates", "Alder Falls,Truck,24.25,0", "Alder Falls,Truck,1,024.25,0"}},
+       {"rates:2:30 CV205"}},
+      {"BehindAByteOrderMark",
+       {{"orders", first, kMark + "1,LB42,44,75,60,Badger Box\n"}},
+       {"orders:1:8 CV204", "orders:1:1 CV106"}},
       {"Apostrophe", {{"orders", "36.5,40,Badger", "36.5,1'040,Badger"}}, {"orders:2:13 CV205"}},
       {"ThousandsPoint",
        {{"orders", "36.5,40,Badger", "36.5,1.040,Badger"}},
@@ -390,6 +396,16 @@ TEST(Message, SaysWhatIsReadInstead) {
   ASSERT_EQ(check.found.size(), 1U);
   EXPECT_EQ(check.found[0].message, "decimal comma: \"44,75\" is read as width 44 and quantity 75");
   EXPECT_EQ(check.found[0].write, "1,LB42,44.75,60,Badger Box");
+}
+
+TEST(Message, SaysWhatAThousandsCommaDoes) {
+  MillTexts texts = cleanMill();
+  texts.rates.replace(texts.rates.find("24.25"), 5, "1,024.25");
+  const TextCheck check(texts);
+  ASSERT_EQ(check.found.size(), 1U);
+  EXPECT_THAT(check.found[0].message,
+              testing::HasSubstr("\"1,024.25\" is read as rate 1 and delay 024.25"));
+  EXPECT_EQ(check.found[0].write, "Badger Box,Alder Falls,Truck,1024.25,0");
 }
 
 TEST(Message, NamesTheNearestName) {
