@@ -21,10 +21,13 @@ target_compile_options(corvane_flags INTERFACE
   $<$<CONFIG:Release>:-fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2>)
 target_link_options(corvane_flags INTERFACE LINKER:-z,relro LINKER:-z,now)
 target_include_directories(corvane_flags INTERFACE "${PROJECT_SOURCE_DIR}/src")
+# The time of a header is no part of what is precompiled of it, so that ccache may keep it.
+target_compile_options(corvane_flags INTERFACE
+  "$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
 
 # corvane_layer(NAME [DEPENDENCY ...]): the static library corvane_NAME of all sources in this
 # folder. The dependencies are the only layers whose headers it may include. A folder of headers
-# alone gives an interface library.
+# alone gives an interface library. The precompiled headers are those of corvane_core.
 function(corvane_layer name)
   file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
   list(FILTER sources EXCLUDE REGEX "(/|_)main\\.cpp$")
@@ -36,4 +39,7 @@ function(corvane_layer name)
     set(scope INTERFACE)
   endif()
   target_link_libraries(corvane_${name} ${scope} corvane_flags Qt6::Core Qt6::Core5Compat ${ARGN})
+  if(sources AND NOT name STREQUAL core)
+    target_precompile_headers(corvane_${name} REUSE_FROM corvane_core)
+  endif()
 endfunction()
