@@ -3,8 +3,8 @@
 #include <cstdlib>
 #include <ostream>
 
+#include "core/line_reader.h"
 #include "core/text.h"
-#include "core/text_file.h"
 
 namespace corvane {
 

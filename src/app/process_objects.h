@@ -2,7 +2,7 @@
 
 #include <fstream>
 
-#include "app/run_record.h"
+#include "app/planner.h"
 #include "generation/pattern_random.h"
 
 namespace corvane {

@@ -2,7 +2,7 @@
 
 #include "app/run_parameters.h"
 #include "export/model_data.h"
-#include "generation/generation_settings.h"
+#include "generation/generation_context.h"
 
 namespace corvane {
 

@@ -5,6 +5,8 @@
 #include <limits>
 #include <string>
 
+#include "core/files.h"
+
 namespace corvane {
 
 namespace {
@@ -100,6 +102,22 @@ LineReader::Status LineReader::takeRest(bool tooLong) {
   *(hasText ? end_ : text_) = '\0';
   begin_ = end_;
   return Status::kEnd;
+}
+
+bool readLines(std::ifstream &file, const std::string &name, const TakeLine &take) {
+  if (!openForReading(file, name)) {
+    return false;
+  }
+  LineReader reader(file);
+  auto status = LineReader::Status::kLine;
+  while (status != LineReader::Status::kEnd) {
+    status = reader.next();
+    if (!reader.failed()) {
+      take(reader, status);
+    }
+  }
+  file.close();
+  return !reader.failed();
 }
 
 std::string tooLongWarning(qint64 lineNumber, const std::string &fileName) {

@@ -2,7 +2,8 @@
 
 #include <QtGlobal>
 #include <array>
-#include <istream>
+#include <fstream>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -99,6 +100,13 @@ class FieldSplitter {
   char *rest_;
   char delimiter_;
 };
+
+// Takes the line that the reader stands on, up to and including that of Status::kEnd.
+using TakeLine = std::function<void(LineReader &line, LineReader::Status status)>;
+
+// Opens the named file on the unopened stream, hands over its lines, and closes it. False when it
+// cannot be opened or not be read to its end; lines before a read error have been handed over then.
+bool readLines(std::ifstream &file, const std::string &name, const TakeLine &take);
 
 // "Warning: Line {n} of {file name} is too long."
 std::string tooLongWarning(qint64 lineNumber, const std::string &fileName);

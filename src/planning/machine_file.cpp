@@ -12,7 +12,6 @@
 #include "core/numbers.h"
 #include "core/skip_list_cursor.h"
 #include "core/text.h"
-#include "core/text_file.h"
 
 namespace corvane {
 

@@ -7,7 +7,6 @@
 #include "core/messages.h"
 #include "core/numbers.h"
 #include "core/text.h"
-#include "core/text_file.h"
 #include "planning/order_collector.h"
 
 namespace corvane {

@@ -11,7 +11,7 @@
 #include <string>
 
 #include "app/parameter_file.h"
-#include "app/run_record.h"
+#include "app/planner.h"
 #include "app/run_settings.h"
 #include "check.h"
 #include "core/skip_list_cursor.h"

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <string>
 
-#include "app/run_record.h"
+#include "app/planner.h"
 
 namespace corvane {
 

@@ -1,4 +1,4 @@
-#include "export/model_header.h"
+#include "export/model.h"
 
 #include <gtest/gtest.h>
 

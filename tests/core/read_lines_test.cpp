@@ -1,4 +1,4 @@
-#include "core/text_file.h"
+#include "core/line_reader.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
