@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <functional>
 #include <stdexcept>
+#include <string>
 #include <type_traits>
 
 namespace corvane::bench {
@@ -24,5 +25,9 @@ Result inChild(const std::filesystem::path &folder, const std::function<Result()
       sizeof(Result));
   return result;
 }
+
+// The same for a program that stands beside this one and prints its result as the bytes that it is.
+void runProgram(const std::filesystem::path &folder, const std::string &program, void *result,
+                std::size_t size);
 
 }  // namespace corvane::bench

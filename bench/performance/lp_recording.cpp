@@ -57,6 +57,10 @@ void LpRecording::add(int columns, int nonzeros, const double *objective, const 
       columnsOf(columns, nonzeros, objective, starts, indices, values));
 }
 
+void LpRecording::duals(const double *values, int rows) {
+  duals_.emplace_back(values, values + rows);
+}
+
 double LpRecording::solveAgain(bool masters, const char *setting) const {
   choose(setting);
   const double begin = cpuSeconds();

@@ -15,6 +15,12 @@ class LpRecording {
   void add(int columns, int nonzeros, const double *objective, const int *starts,
            const int *indices, const double *values);
 
+  // What was read of the last one.
+  void duals(const double *values, int rows);
+
+  // The dual values of every master in turn.
+  const std::vector<std::vector<double>> &duals() const { return duals_; }
+
   // The seconds of processor time that all masters, or all final LPs, take: loading, adding
   // columns, solving and reading. setting is the value of CORVANE_LP_PLAIN, or null for none.
   double solveAgain(bool masters, const char *setting) const;
@@ -38,6 +44,7 @@ class LpRecording {
                            const int *indices, const double *values);
 
   std::vector<Problem> problems_;
+  std::vector<std::vector<double>> duals_;
 };
 
 }  // namespace corvane::bench

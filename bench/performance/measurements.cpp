@@ -29,14 +29,20 @@ Mill::~Mill() {
   std::filesystem::remove_all(folder_, ignored);
 }
 
-RunResult measureRun(const Mill &mill, const RunKind &kind) {
-  return inChild<RunResult>(mill.folder(), [&] { return runPlannerHere(kind); });
+RunResult measureRun(const Mill &mill) {
+  return inChild<RunResult>(mill.folder(), [] { return runPlannerHere(); });
+}
+
+RunResult measurePlainRun(const Mill &mill) {
+  RunResult result;
+  runProgram(mill.folder(), "corvane_plain_run", &result, sizeof(result));
+  return result;
 }
 
 SolverTimes measureSolver(const Mill &mill) {
   return inChild<SolverTimes>(mill.folder(), [] {
     LpRecording recording;
-    runPlannerHere(RunKind(), &recording);
+    runPlannerHere(&recording);
     SolverTimes times{};
     times.mastersLayer = recording.solveAgain(true, nullptr);
     times.mastersPlain = recording.solveAgain(true, "primal");
@@ -44,6 +50,14 @@ SolverTimes measureSolver(const Mill &mill) {
     times.finalsPrimal = recording.solveAgain(false, "primal");
     times.finalsDual = recording.solveAgain(false, "dual");
     return times;
+  });
+}
+
+PricingTimes measurePricing(const Mill &mill) {
+  return inChild<PricingTimes>(mill.folder(), [] {
+    LpRecording recording;
+    runPlannerHere(&recording);
+    return PricingReplay(recording.duals()).run();
   });
 }
 
@@ -69,7 +83,7 @@ FileTimes measureReading(const Mill &mill) {
 FileTimes measureExport(const Mill &mill) {
   return inChild<FileTimes>(mill.folder(), [] {
     FileTimes times{};
-    const RunResult run = runPlannerHere(RunKind());
+    const RunResult run = runPlannerHere();
     times.work = run[Phase::kExport];
     times.reference = writeAndFlush(kImportFile, "data/copy.imp");
     times.bytes = static_cast<double>(std::filesystem::file_size(kImportFile));

@@ -5,6 +5,7 @@
 
 #include "mill_generator.h"
 #include "planner_run.h"
+#include "pricing_replay.h"
 
 namespace corvane::bench {
 
@@ -24,7 +25,9 @@ class Mill {
 
 // Each of these is measured in a process of its own.
 
-RunResult measureRun(const Mill &mill, const RunKind &kind);
+RunResult measureRun(const Mill &mill);
+// With literal pricing, and CLP's primal simplex over all columns.
+RunResult measurePlainRun(const Mill &mill);
 
 // The LPs of one run, solved again: seconds of processor time.
 struct SolverTimes {
@@ -35,6 +38,9 @@ struct SolverTimes {
   double finalsDual;
 };
 SolverTimes measureSolver(const Mill &mill);
+
+// The pricing of one run; see PricingReplay for what the mill must be.
+PricingTimes measurePricing(const Mill &mill);
 
 struct FileTimes {
   double work;       // of the program

@@ -11,17 +11,16 @@ enum class Phase {
   kOutside,
   kReading,
   kMasterSolver,
-  kPricing,
-  kPatternSets,  // column generation: new patterns and their insertion
+  kPricing,  // column generation: price lists, new patterns and their insertion
   kGenerationRest,
   kFinalSolver,
-  kFinalLists,  // final selection: handing out the solution, lists by reduced cost
+  kSolutions,  // final selection: handing them out
   kFinalRest,
   kReport,
   kPrune,
   kExport,
 };
-inline constexpr std::size_t kPhases = 12;
+inline constexpr std::size_t kPhases = 11;
 
 using PhaseTimes = std::array<double, kPhases>;  // seconds
 

@@ -5,12 +5,6 @@
 
 namespace corvane::bench {
 
-// How a run of the planner is made.
-struct RunKind {
-  bool literalPricing = false;
-  const char *solver = nullptr;  // the value of CORVANE_LP_PLAIN, or null for none
-};
-
 // What a run took. Plain data, to be handed from one process to another.
 struct RunResult {
   PhaseTimes times{};       // seconds of processor time
@@ -31,8 +25,8 @@ struct RunResult {
   void addTimes(const RunResult &other);
 };
 
-// Runs the planner on the mill in the working directory. The recording, where there is one, takes
-// the LPs.
-RunResult runPlannerHere(const RunKind &kind, LpRecording *recording = nullptr);
+// Runs the program's steps on the mill in the working directory, each with its clock. The
+// recording, where there is one, takes the LPs.
+RunResult runPlannerHere(LpRecording *recording = nullptr);
 
 }  // namespace corvane::bench

@@ -10,13 +10,6 @@
 
 namespace corvane::bench {
 
-namespace {
-
-const RunKind kProgram{};
-const RunKind kLiteralPricing{true, nullptr};
-
-}  // namespace
-
 void writeSolver(std::ostream &out, int repeats, const std::filesystem::path &folder) {
   Table table(
       {"Mill", "Masters to warm primal", "Final LPs to cold primal", "Final LPs to cold dual"});
@@ -49,19 +42,18 @@ void writePricing(std::ostream &out, int repeats, const std::filesystem::path &f
     Samples program;
     Samples ratio;
     for (int repeat = 0; repeat < repeats; ++repeat) {
-      const double literalTime = measureRun(mill, kLiteralPricing)[Phase::kPricing];
-      const double programTime = measureRun(mill, kProgram)[Phase::kPricing];
-      literal.add(literalTime);
-      program.add(programTime);
-      ratio.add(programTime / literalTime);
+      const PricingTimes times = measurePricing(mill);
+      literal.add(times.literal);
+      program.add(times.program);
+      ratio.add(times.program / times.literal);
     }
     table.row({nameOf(size), milliseconds(literal.median()), milliseconds(program.median()),
                withSpread(ratio)});
   }
-  out << "## Pricing\n\nThe same run, with the same draws and picks, on the literal pricing and on "
-         "the program's, price list\nincluded; to reach: a quarter. Split by elapsed time as "
-         "above; "
-         "`pricing_bench` measures candidates one by\none in processor time.\n\n"
+  out << "## Pricing\n\nThe pricing of one run, price lists included, again on the dual values "
+         "that "
+         "its masters had, with the\nsame draws and picks: literally and by the program; to reach: "
+         "a quarter. `pricing_bench` measures\ncandidates one by one.\n\n"
       << table;
 }
 
@@ -133,7 +125,7 @@ void writeMemory(std::ostream &out, int repeats, const std::filesystem::path &fo
   Table patterns({"Mill", "Patterns before pruning", "Peak above reading, MB", "Bytes a pattern"});
   for (const Size &size : kSizes) {
     const Mill mill(millOf(size), folder);
-    const RunResult run = measureRun(mill, kProgram);
+    const RunResult run = measureRun(mill);
     const double bytes = run.peakMemory - run.readMemory;
     patterns.row({nameOf(size), decimals(run.patterns, 0), decimals(bytes / 1e6, 1),
                   decimals(bytes / run.patterns, 0)});
@@ -152,7 +144,7 @@ void writeGrowth(std::ostream &out, int repeats, const std::filesystem::path &fo
     const Mill mill(shape, folder);
     Samples time;
     for (int repeat = 0; repeat < repeats; ++repeat) {
-      time.add(measureRun(mill, kProgram).planning());
+      time.add(measureRun(mill).planning());
     }
     table.row({std::to_string(grades), std::to_string(periods), milliseconds(time.median()),
                milliseconds(time.median() / (grades * periods))});
