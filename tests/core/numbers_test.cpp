@@ -121,6 +121,13 @@ TEST(LeadingInteger, TakesTheIntegerInFrontAndStaysWithinThirtyTwoBits) {
       {"10rolls", 10},
       {"  10", 10},
       {"+10", 10},
+      {"+-10", 0},
+      {"-+10", 0},
+      {"++10", 0},
+      {"+", 0},
+      {"- 10", 0},
+      {"\t\n\v\f\r 10", 10},
+      {"\t-10", -10},
       {"-3", -3},
       {"-0", 0},
       {"", 0},
@@ -204,7 +211,7 @@ TEST(NumberFormat, SpecialValuesPrintAsTheStandardLibraryPrintsThem) {
 
 TEST(NumberFormat, AnyDoublePrintsAsTheStandardLibraryPrintsIt) {
   std::mt19937_64 random(2024);
-  for (int at = 0; at < 100000; ++at) {
+  for (int at = 0; at < 30000; ++at) {
     expectAsPrinted(std::bit_cast<double>(random()));
   }
 }
@@ -212,7 +219,7 @@ TEST(NumberFormat, AnyDoublePrintsAsTheStandardLibraryPrintsIt) {
 TEST(NumberFormat, NumbersOfEverydaySizePrintAsTheStandardLibraryPrintsThem) {
   std::mt19937_64 random(2025);
   std::uniform_real_distribution<double> mantissa(-1, 1);
-  for (int at = 0; at < 100000; ++at) {
+  for (int at = 0; at < 30000; ++at) {
     const double scaled = std::ldexp(mantissa(random), static_cast<int>(random() % 60) - 20);
     expectAsPrinted(scaled);
     expectAsPrinted(std::round(scaled * 8) / 8);  // eighths of an inch
