@@ -30,8 +30,8 @@ constexpr unsigned long kMayReadAll = 2;
 
 constexpr int kNotStarted = 127;
 
-// A build for coverage counts into files that all runs share: a run that is cut short, or whose
-// files are, must leave them alone.
+// A build for coverage counts into files that all runs share: a run whose files are cut short must
+// leave them alone.
 constexpr const char *kCountsVariable = "LLVM_PROFILE_FILE";
 constexpr const char *kNoCounts = "/dev/null";
 
@@ -172,14 +172,6 @@ Result runWith(const Child &child, WhileRunning whileRunning) {
 
 Result runChild(const Child &child) {
   return runWith(child, [](pid_t) {});
-}
-
-Result runAndKill(Child child, unsigned microseconds) {
-  child.environment.emplace(kCountsVariable, kNoCounts);
-  return runWith(child, [microseconds](pid_t process) {
-    usleep(microseconds);
-    kill(process, SIGKILL);
-  });
 }
 
 Result runAndCloseReader(const Child &child, const std::filesystem::path &pipe) {

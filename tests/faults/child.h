@@ -37,9 +37,6 @@ inline constexpr int kHung = -14;  // ended by the alarm
 // Starts the program and waits for its end. What a sanitizer reports gives the exit status 99.
 Result runChild(const Child &child);
 
-// As runChild, but kills the run after that many microseconds.
-Result runAndKill(Child child, unsigned microseconds);
-
 // As runChild, but makes a pipe of that name, reads nothing from it, and closes its reading end as
 // soon as the run has written to it. No open of the pipe waits, and a write waits once a page is
 // full: a run that writes more than that is certain to meet the closed end.

@@ -8,8 +8,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <atomic>
-#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -209,22 +207,19 @@ TEST_P(InputFileFaults, APipeWhoseWriterClosesIsAFileThatEnds) {
   const std::string text = contentOf(file());
   fs::remove(file());
   ASSERT_EQ(mkfifo(file().c_str(), 0600), 0);
-  std::atomic<bool> ended = false;
   std::thread writer([&] {
-    // Opens once the run is there to read: it must not wait for a run that never comes.
-    int pipe = -1;
-    while (pipe < 0 && !ended) {
-      std::this_thread::sleep_for(std::chrono::milliseconds(1));
-      pipe = open(file().c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
-    }
+    // Waits for a reader.
+    const int pipe = open(file().c_str(), O_WRONLY | O_CLOEXEC);
     // A whole line and a part of one, and then no more.
     const std::string bytes = text + "cut, in the";
     EXPECT_EQ(write(pipe, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
     close(pipe);
   });
   const Result result = mill_.run();
-  ended = true;
+  // Where the run never came, the writer must not wait for ever.
+  const int reader = open(file().c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
   writer.join();
+  close(reader);
   expectWholeRun(mill_, result);
 }
 

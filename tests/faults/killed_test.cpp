@@ -1,14 +1,15 @@
-// Runs that are killed while they work, at any moment, and runs that repeat.
+// Runs that are killed before one of their writes, and runs that repeat.
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <csignal>
 #include <cstdlib>
+#include <filesystem>
+#include <map>
 #include <random>
-#include <sstream>
 #include <string>
+#include <vector>
 
 #include "mill_run.h"
 
@@ -30,7 +31,7 @@ std::string inputsOf(const MillRun &mill) {
 }
 
 // CORVANE_FULL_SWEEP takes more.
-int attempts() {
+std::size_t attempts() {
   return std::getenv("CORVANE_FULL_SWEEP") != nullptr ? 300 : 12;
 }
 
@@ -44,41 +45,48 @@ class KilledRun : public testing::Test {
                                        "stop generating threshold=100\n");
   }
 
-  long microsecondsOfARun() const {
-    const auto start = std::chrono::steady_clock::now();
-    expectWholeRun(mill_, runChild(mill_.onClp()));
-    const auto taken = std::chrono::steady_clock::now() - start;
-    return std::chrono::duration_cast<std::chrono::microseconds>(taken).count();
+  // Of a whole run.
+  long countWrites() const {
+    const std::filesystem::path count = mill_.folder() / "writes";
+    expectWholeRun(mill_, runWith({{"CORVANE_WRITES", count.string()}}));
+    return std::stol(contentOf(count));
+  }
+
+  Result runKilledAt(long write) const {
+    return runWith({{"CORVANE_KILLED_AT_WRITE", std::to_string(write)}});
+  }
+
+  Result runWith(const std::map<std::string, std::string> &environment) const {
+    Child child = mill_.onClp();
+    child.environment.insert(environment.begin(), environment.end());
+    child.environment.emplace("LD_PRELOAD", CORVANE_ENDING_WRITE_LIBRARY);
+    return runChild(child);
   }
 
   MillRun mill_;
 };
 
 TEST_F(KilledRun, LeavesInputsAndFormerSectionsOfTheLogAndNothingThatLooksWhole) {
-  const long duration = microsecondsOfARun();
+  const long writes = countWrites();
   const std::string whole = mill_.importFile();
   const std::string inputs = inputsOf(mill_);
   std::mt19937 random(20260517);
-  std::uniform_int_distribution<long> moment(0, duration);
-  int killed = 0;
-  for (int attempt = 0; attempt < attempts(); ++attempt) {
+  std::vector<long> moments = {1, writes};
+  while (moments.size() < attempts()) {
+    moments.push_back(std::uniform_int_distribution<long>(1, writes)(random));
+  }
+  for (const long moment : moments) {
     const std::string before = mill_.log();
-    const Result result = runAndKill(mill_.onClp(), static_cast<unsigned>(moment(random)));
+    EXPECT_EQ(runKilledAt(moment).status, -SIGKILL)
+        << "before write " << moment << " of " << writes;
     EXPECT_THAT(mill_.log(), StartsWith(before));
     EXPECT_EQ(inputsOf(mill_), inputs);
-    if (result.status == -SIGKILL) {
-      ++killed;
-      const std::string import = mill_.importFile();
-      EXPECT_THAT(whole, StartsWith(import));
-      if (import.size() < whole.size()) {
-        EXPECT_THAT(mill_.log(), testing::Not(EndsWith("\n\n")));
-      }
-    }
+    const std::string import = mill_.importFile();
+    EXPECT_THAT(whole, StartsWith(import));
+    EXPECT_THAT(mill_.log().substr(before.size()), testing::Not(EndsWith("\n\n")));
     // The next section must begin a line; a killed run leaves whole lines only.
     EXPECT_THAT(mill_.log(), EndsWith("\n"));
   }
-  std::cout << killed << " runs killed within " << duration << " us\n";
-  EXPECT_GT(killed, 0);
   expectWholeRun(mill_, runChild(mill_.onClp()));
   EXPECT_EQ(mill_.importFile(), whole);
 }

@@ -56,7 +56,7 @@ TEST_F(ScenarioRunner, HidesWhatSteersTheProgram) {
 
 TEST_F(ScenarioRunner, TellsACrashAndARunWithoutEnd) {
   EXPECT_EQ(PerformScript("kill -SEGV $$").at("exit"), "crash\n");
-  EXPECT_EQ(PerformScript("exec sleep 60", 1).at("exit"), "timeout\n");
+  EXPECT_EQ(PerformScript("exec sleep 60", 0).at("exit"), "timeout\n");
 }
 
 TEST_F(ScenarioRunner, RefusesAProgramThatIsNotThere) {
