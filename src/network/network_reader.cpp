@@ -36,7 +36,7 @@ void takeRest(NetworkBuilder &builder, std::string_view rest) {
 Network readNetworkFile(const std::string &path) {
   std::ifstream file;
   if (!openForReading(file, path)) {
-    throw Refused(0, "the file cannot be opened");
+    throw Refused(0, "the import file " + path + " cannot be opened");
   }
   NetworkBuilder builder;
   std::vector<char> block(2 * kBlock);

@@ -48,9 +48,7 @@ class PlanRun {
   void addPools() {
     for (const std::string &file : request_.poolFiles) {
       progress_.show([&] { return "Reading " + file; });
-      const Network other = network::readNetworkFile(file);
-      const PoolReport report =
-          addPool(network_, problem_, other, makeProblem(other, request_.problem));
+      const PoolReport report = addPoolFile(file);
       pooled_ += report.added;
       if (report.foreign > 0) {
         problem_.warnings.push_back(
@@ -60,6 +58,16 @@ class PlanRun {
       }
     }
     lap("pool");
+  }
+
+  // What is wrong with one file of several names it.
+  PoolReport addPoolFile(const std::string &file) {
+    try {
+      const Network other = network::readNetworkFile(file);
+      return addPool(network_, problem_, other, makeProblem(other, request_.problem));
+    } catch (const network::Refused &refused) {
+      throw network::Refused(refused.line(), std::string(refused.what()) + " (in " + file + ")");
+    }
   }
 
   void improve() {

@@ -14,6 +14,46 @@ constexpr double kNoise = 1e-6;
 // all.
 constexpr double kShare = 0.1;
 constexpr double kNearlyUp = 0.9;
+constexpr double kHalf = 0.5;
+
+// What a reel could cost at most, as far as the columns tell: all of its rolls surplus, or all sent
+// the dearest way.
+double dearestReel(const PlanProblem &problem, const CompactLp &lp) {
+  double freight = 0;
+  for (int column = 0; column < lp.model().columns(); ++column) {
+    if (lp.column(column).kind == ColumnKind::kShip) {
+      freight = std::max(freight, lp.model().cost[static_cast<std::size_t>(column)]);
+    }
+  }
+  double dearest = 0;
+  for (int column = 0; column < lp.model().columns(); ++column) {
+    const ColumnRole &role = lp.column(column);
+    if (role.kind != ColumnKind::kReels) {
+      continue;
+    }
+    double cost = lp.model().cost[static_cast<std::size_t>(column)];
+    for (const Yield &yield : problem.patterns[role.what].yields) {
+      double roll = freight;
+      for (const Index store : yield.stores) {
+        roll = std::max(roll, problem.stores[store].surplusCost[role.period]);
+      }
+      cost += yield.rolls * roll;
+    }
+    dearest = std::max(dearest, cost);
+  }
+  return dearest;
+}
+
+// One number for both steps, in which a roll that is not delivered costs more than a reel and
+// another one in its place could. It only steers the dive; plans are compared by isBetter().
+std::vector<double> mergedObjective(const PlanProblem &problem, const CompactLp &lp) {
+  std::vector<double> costs = lp.model().cost;
+  const double penalty = 1 + 2 * dearestReel(problem, lp);
+  for (const int column : lp.unmetColumns()) {
+    costs[static_cast<std::size_t>(column)] = penalty * lp.unmetWeight(problem, column);
+  }
+  return costs;
+}
 
 struct Fraction {
   int column;
@@ -23,14 +63,15 @@ struct Fraction {
 
 class Dive {
  public:
-  Dive(const ReelSpace &space, double reserve)
+  Dive(const ReelSpace &space, const DiveOptions &options)
       : space_(space),
-        reserve_(reserve),
+        options_(options),
         solver_(space.model()),
         lower_(space.costs().size(), 0.0),
         room_(space.model().rowUpper) {
+    const std::vector<double> costs = mergedObjective(space.problem(), space.lp());
     for (int column = 0; column < space.model().columns(); ++column) {
-      solver_.setCost(column, space.costs()[static_cast<std::size_t>(column)]);
+      solver_.setCost(column, costs[static_cast<std::size_t>(column)]);
     }
   }
 
@@ -47,6 +88,7 @@ class Dive {
       }
       roundUp(fractions[i]);
     }
+    holdSmallest(fractions, share);
     reserveTime(fractions);
     return !fractions.empty();
   }
@@ -67,6 +109,19 @@ class Dive {
     return fractions;
   }
 
+  // Some of the smallest fractions get no further reel, so that the LP asks for more of others.
+  void holdSmallest(const std::vector<Fraction> &fractions, std::size_t rounded) {
+    auto held = static_cast<std::size_t>(options_.hold * static_cast<double>(fractions.size()));
+    for (std::size_t i = fractions.size(); i > rounded && held > 0; --i, --held) {
+      const Fraction &fraction = fractions[i - 1];
+      if (fraction.fraction >= kHalf) {
+        break;
+      }
+      solver_.setColumnBounds(fraction.column, lower_[static_cast<std::size_t>(fraction.column)],
+                              std::floor(fraction.value + kNoise));
+    }
+  }
+
   void reserveTime(const std::vector<Fraction> &fractions) {
     std::map<int, double> reserves;
     for (const auto &[row, reserve] : reserves_) {
@@ -74,7 +129,7 @@ class Dive {
     }
     for (const Fraction &fraction : fractions) {
       reserves[space_.rowsOf(fraction.column).front()] +=
-          reserve_ * (1 - fraction.fraction) * space_.entriesOf(fraction.column).front();
+          options_.reserve * (1 - fraction.fraction) * space_.entriesOf(fraction.column).front();
     }
     for (const auto &[row, reserve] : reserves) {
       const double days = space_.model().rowUpper[static_cast<std::size_t>(row)];
@@ -103,7 +158,7 @@ class Dive {
   }
 
   const ReelSpace &space_;
-  double reserve_;
+  DiveOptions options_;
   LinearSolver solver_;
   std::vector<double> lower_;
   std::map<int, double> reserves_;  // days, by row
@@ -111,20 +166,19 @@ class Dive {
 };
 
 ReelPlan wholePlan(const ReelSpace &space, const LinearSolution &solution) {
-  ReelPlan plan{solution.primal, 0};
+  std::vector<double> values = solution.primal;
   for (const int column : space.reels()) {
-    double &value = plan.values[static_cast<std::size_t>(column)];
+    double &value = values[static_cast<std::size_t>(column)];
     value = std::round(value);
   }
-  plan.objective = space.objectiveOf(plan.values);
-  return plan;
+  return space.planOf(std::move(values));
 }
 
 }  // namespace
 
-std::optional<ReelPlan> diveForReels(const ReelSpace &space, double reserve,
+std::optional<ReelPlan> diveForReels(const ReelSpace &space, const DiveOptions &options,
                                      const std::function<bool()> &isOver) {
-  Dive dive(space, reserve);
+  Dive dive(space, options);
   LinearSolution solution;
   do {
     solution = dive.solve();

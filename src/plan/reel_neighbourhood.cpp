@@ -2,14 +2,19 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 namespace corvane::plan {
 
 namespace {
 
-// A plan is better when it is by this, relative to the whole objective and in money.
+// What a solution must gain: money, also relative to the whole plan's, and rolls.
 constexpr double kNoise = 1e-9;
-constexpr double kLeastGain = 1e-4;
+constexpr double kLeastGain = 2e-4;
+constexpr double kLeastRolls = 2e-4;
+
+// The first row holds what is unmet.
+constexpr int kUnmetRow = 0;
 
 }  // namespace
 
@@ -18,8 +23,8 @@ ReelNeighbourhood::ReelNeighbourhood(const ReelSpace &space, const ReelPlan &pla
     : space_(space), plan_(plan) {
   freeColumns(reels);
   for (const int column : columns_) {
-    objective_ += space_.costs()[static_cast<std::size_t>(column)] *
-                  plan_.values[static_cast<std::size_t>(column)];
+    values_.push_back(plan_.values[static_cast<std::size_t>(column)]);
+    weights_.push_back(space_.unmetWeights()[static_cast<std::size_t>(column)]);
   }
   addColumns();
 }
@@ -100,10 +105,14 @@ int ReelNeighbourhood::addRow(int row) {
 }
 
 void ReelNeighbourhood::addColumns() {
+  model_.addRow(-kInfinite, kInfinite);
   std::vector<char> isAdded(static_cast<std::size_t>(space_.model().rows()), 0);
   for (const int column : columns_) {
     const auto at = static_cast<std::size_t>(column);
     std::vector<Entry> entries;
+    if (space_.unmetWeights()[at] > 0) {
+      entries.push_back({kUnmetRow, space_.unmetWeights()[at]});
+    }
     for (std::size_t i = 0; i < space_.rowsOf(column).size(); ++i) {
       const int row = space_.rowsOf(column)[i];
       if (isAdded[static_cast<std::size_t>(row)] == 0) {
@@ -119,18 +128,74 @@ void ReelNeighbourhood::addColumns() {
 }
 
 NeighbourhoodResult ReelNeighbourhood::search(WholeLimits limits) const {
-  limits.cutoff = objective_ - kLeastGain - kNoise * std::fabs(plan_.objective);
-  const WholeAnswer answer = solveWhole(model_, limits);
-  if (!answer.isFound) {
-    return {std::nullopt, answer.isOptimal};
+  if (sum(values_, weights_) > kLeastRolls) {
+    limits.seconds /= 2;
   }
-  ReelPlan better = plan_;
+  const WholeAnswer more = deliverMore(limits);
+  const std::vector<double> &start = more.isFound ? more.values : values_;
+  const double cost = sum(start, model_.cost);
+  const WholeAnswer less = costLess(limits, sum(start, weights_), cost);
+  NeighbourhoodResult result{std::nullopt, more.isOptimal && less.isOptimal};
+  if (more.isFound || less.isFound) {
+    ReelPlan plan = planWith(less.isFound ? less.values : more.values);
+    if (isBetter(plan, plan_)) {
+      result.plan = std::move(plan);
+    }
+  }
+  return result;
+}
+
+// The first step: the least unmet rolls, if fewer than the plan's. Nothing is asked where none are.
+WholeAnswer ReelNeighbourhood::deliverMore(WholeLimits limits) const {
+  const double unmet = sum(values_, weights_);
+  if (unmet <= kLeastRolls) {
+    WholeAnswer answer;
+    answer.isOptimal = true;
+    return answer;
+  }
+  limits.cutoff = unmet - kLeastRolls - kNoise * plan_.unmet;
+  LinearModel model = model_;
+  model.cost = weights_;
+  return solveWhole(model, limits);
+}
+
+// The second step: less cost than this, with at most so many rolls unmet.
+WholeAnswer ReelNeighbourhood::costLess(WholeLimits limits, double unmet, double cost) const {
+  limits.cutoff = cost - kLeastGain - kNoise * std::fabs(plan_.cost);
+  LinearModel model = model_;
+  model.rowUpper[kUnmetRow] = unmet;
+  for (std::size_t at = 0; unmet <= kLeastRolls && at < weights_.size(); ++at) {
+    model.upper[at] = weights_[at] > 0 ? 0 : model.upper[at];
+  }
+  return solveWhole(model, limits);
+}
+
+double ReelNeighbourhood::sum(const std::vector<double> &values,
+                              const std::vector<double> &factors) const {
+  return std::inner_product(values.begin(), values.end(), factors.begin(), 0.0);
+}
+
+ReelPlan ReelNeighbourhood::planWith(const std::vector<double> &values) const {
+  std::vector<double> all = plan_.values;
   for (std::size_t i = 0; i < columns_.size(); ++i) {
-    better.values[static_cast<std::size_t>(columns_[i])] = std::max(answer.values[i], 0.0);
+    all[static_cast<std::size_t>(columns_[i])] = std::max(values[i], 0.0);
   }
-  better.objective = space_.objectiveOf(better.values);
-  const bool isBetter = better.objective < plan_.objective;
-  return {isBetter ? std::optional(std::move(better)) : std::nullopt, answer.isOptimal};
+  return space_.planOf(std::move(all));
+}
+
+std::size_t ReelNeighbourhood::fingerprint() const {
+  std::size_t hash = 0;
+  const auto mix = [&hash](double value) {
+    hash ^= std::hash<double>()(value) + 0x9e3779b97f4a7c15U + (hash << 6U) + (hash >> 2U);
+  };
+  for (std::size_t i = 0; i < columns_.size(); ++i) {
+    mix(columns_[i]);
+    mix(values_[i]);
+  }
+  for (const double bound : model_.rowUpper) {
+    mix(bound);
+  }
+  return hash;
 }
 
 }  // namespace corvane::plan

@@ -18,14 +18,18 @@ struct NeighbourhoodResult {
 // numbers, what becomes of the rolls of the stores that they fill (shipments, surplus, stock
 // between them), and what stays unmet of the orders that these rolls can go to. Large neighbourhood
 // search (P. Shaw, "Using constraint programming and local search methods to solve vehicle routing
-// problems", 1998) makes a plan better by many of them, each a whole programme for CBC.
+// problems", 1998) makes a plan better by many of them, each a whole programme for CBC, or two:
+// first less unmet, where something is, then less cost with no more unmet than that.
 class ReelNeighbourhood {
  public:
   // `reels` are columns of reels. Space and plan are REQUIRED to outlive this.
   ReelNeighbourhood(const ReelSpace &space, const ReelPlan &plan, const std::vector<int> &reels);
 
-  // Looks for better values than the plan has, by more than noise. The cutoff is set here.
+  // Looks for a plan that isBetter(). The cutoff is set here; two programmes share the seconds.
   NeighbourhoodResult search(WholeLimits limits) const;
+
+  // Equal for parts that are the same to a search, and hardly ever for others.
+  std::size_t fingerprint() const;
 
  private:
   void freeColumns(const std::vector<int> &reels);
@@ -34,6 +38,10 @@ class ReelNeighbourhood {
   int addRow(int row);
   void addColumns();
   double fixedLoad(int row) const;
+  WholeAnswer deliverMore(WholeLimits limits) const;
+  WholeAnswer costLess(WholeLimits limits, double unmet, double cost) const;
+  double sum(const std::vector<double> &values, const std::vector<double> &factors) const;
+  ReelPlan planWith(const std::vector<double> &values) const;
 
   const ReelSpace &space_;
   const ReelPlan &plan_;
@@ -41,7 +49,9 @@ class ReelNeighbourhood {
   std::unordered_map<int, int> placeOf_;  // of a free column in `columns_`
   std::unordered_map<int, int> rows_;     // of the LP by their place in the neighbourhood
   LinearModel model_;
-  double objective_ = 0;  // of the free columns in the plan
+  // Of the free columns: their values in the plan, and the weights of unmet rolls.
+  std::vector<double> values_;
+  std::vector<double> weights_;
 };
 
 }  // namespace corvane::plan

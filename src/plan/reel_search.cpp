@@ -1,51 +1,16 @@
 #include "plan/reel_search.h"
 
-#include <algorithm>
+#include <cmath>
 #include <numeric>
 
 namespace corvane::plan {
 
 namespace {
 
-double reelCost(const PlanProblem &problem, const ColumnRole &role, double cost) {
-  for (const Yield &yield : problem.patterns[role.what].yields) {
-    for (const Index store : yield.stores) {
-      cost += yield.rolls * std::max(0.0, problem.stores[store].surplusCost[role.period]);
-    }
-  }
-  return cost;
-}
-
-// What a roll could cost at most, as far as the columns tell: a reel all of whose rolls are
-// surplus, and the dearest freight.
-double dearestRoll(const PlanProblem &problem, const CompactLp &lp) {
-  double reel = 0;
-  double ship = 0;
-  for (int column = 0; column < lp.model().columns(); ++column) {
-    const ColumnRole &role = lp.column(column);
-    const double cost = lp.model().cost[static_cast<std::size_t>(column)];
-    if (role.kind == ColumnKind::kReels) {
-      reel = std::max(reel, reelCost(problem, role, cost));
-    } else if (role.kind == ColumnKind::kShip) {
-      ship = std::max(ship, cost);
-    }
-  }
-  return reel + ship;
-}
-
-std::vector<double> mergedObjective(const PlanProblem &problem, const CompactLp &lp) {
-  std::vector<double> costs = lp.model().cost;
-  double leastWeight = 1;
-  for (const int column : lp.unmetColumns()) {
-    const double weight = lp.unmetWeight(problem, column);
-    leastWeight = weight > 0 ? std::min(leastWeight, weight) : leastWeight;
-  }
-  const double penalty = (1 + 2 * dearestRoll(problem, lp)) / leastWeight;
-  for (const int column : lp.unmetColumns()) {
-    costs[static_cast<std::size_t>(column)] = penalty * lp.unmetWeight(problem, column);
-  }
-  return costs;
-}
+// Rolls, and money beside what the plan costs, that a solver's tolerances may leave.
+constexpr double kLeastRolls = 1e-4;
+constexpr double kLeastGain = 1e-4;
+constexpr double kNoise = 1e-9;
 
 template <typename Value>
 std::span<const Value> slice(const std::vector<Value> &values, const std::vector<int> &start,
@@ -56,8 +21,19 @@ std::span<const Value> slice(const std::vector<Value> &values, const std::vector
 
 }  // namespace
 
+bool isBetter(const ReelPlan &plan, const ReelPlan &other) {
+  const double noise = kLeastRolls + kNoise * std::fabs(other.unmet);
+  if (std::fabs(plan.unmet - other.unmet) > noise) {
+    return plan.unmet < other.unmet;
+  }
+  return plan.cost < other.cost - kLeastGain - kNoise * std::fabs(other.cost);
+}
+
 ReelSpace::ReelSpace(const PlanProblem &problem, const CompactLp &lp)
-    : problem_(problem), lp_(lp), costs_(mergedObjective(problem, lp)) {
+    : problem_(problem), lp_(lp), unmetWeights_(costs().size()) {
+  for (const int column : lp.unmetColumns()) {
+    unmetWeights_[static_cast<std::size_t>(column)] = lp.unmetWeight(problem, column);
+  }
   for (int column = 0; column < model().columns(); ++column) {
     if (lp.column(column).kind == ColumnKind::kReels) {
       reels_.push_back(column);
@@ -81,8 +57,13 @@ void ReelSpace::listColumnsByRow() {
   }
 }
 
-double ReelSpace::objectiveOf(const std::vector<double> &values) const {
-  return std::inner_product(values.begin(), values.end(), costs_.begin(), 0.0);
+ReelPlan ReelSpace::planOf(std::vector<double> values) const {
+  const auto sum = [&](const std::vector<double> &factors) {
+    return std::inner_product(values.begin(), values.end(), factors.begin(), 0.0);
+  };
+  const double unmet = sum(unmetWeights_);
+  const double cost = sum(costs());
+  return {std::move(values), unmet, cost};
 }
 
 std::span<const int> ReelSpace::rowsOf(int column) const {

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cmath>
 #include <map>
+#include <unordered_set>
 
 #include "plan/reel_dive.h"
 #include "plan/reel_neighbourhood.h"
@@ -16,7 +17,8 @@ namespace {
 // Columns in the plan, or in the LP's, when they are above this.
 constexpr double kUsed = 1e-6;
 constexpr double kDirectGap = 1e-5;
-constexpr int kDirectNodes = 5000;
+constexpr int kFirstNodes = 500;
+constexpr int kDirectNodes = 20000;
 constexpr double kDirectShare = 0.5;  // of the time
 
 // The size of a neighbourhood in the first round: reels, nodes, and seconds lest one eat all.
@@ -29,7 +31,10 @@ constexpr Size kGradePeriod{60, 100, 3};
 constexpr Size kMachinePeriod{80, 100, 3};
 constexpr Size kGradePeriods{100, 100, 4};
 constexpr Size kPeriod{150, 100, 5};
-constexpr std::array kReserves = {1.0, 0.5, 0.25};
+// Which dive serves best, no rule tells. The later ones are for mills that are short of time.
+constexpr std::array kDives = {DiveOptions{1, 0}, DiveOptions{1, 0.2}, DiveOptions{0.5, 0},
+                               DiveOptions{0.25, 0}};
+constexpr std::size_t kFirstDives = 2;
 constexpr int kLargestScale = 8;
 
 // The columns of reels by a key, in its order.
@@ -39,13 +44,17 @@ class Search {
  public:
   Search(const ReelSpace &space, const LinearSolution &optimum, const WholeReelOptions &options,
          const WholeReelProgress &progress)
-      : space_(space), optimum_(optimum), options_(options), progress_(progress) {
-    lpObjective_ = space.objectiveOf(optimum.primal);
+      : space_(space),
+        optimum_(optimum),
+        bound_(space.planOf(optimum.primal)),
+        options_(options),
+        progress_(progress) {
     for (const int column : space.reels()) {
       const ColumnRole &role = space.lp().column(column);
       const Pattern &pattern = space.problem().patterns[role.what];
       const Cutter &cutter = space.problem().cutters[pattern.cutter];
       grades_[{pattern.grade, role.period}].push_back(column);
+      wholeGrades_[{pattern.grade, 0}].push_back(column);
       machines_[{space.problem().machines[cutter.machine].name, role.period}].push_back(column);
       periods_[{"", role.period}].push_back(column);
     }
@@ -55,20 +64,27 @@ class Search {
     if (!dive()) {
       return std::nullopt;
     }
-    if (space_.reels().size() > kDirectReels || !solveDirectly()) {
+    const bool isSmall = space_.reels().size() <= kDirectReels;
+    if (!isSmall || !solveDirectly(kFirstNodes)) {
       searchNeighbourhoods();
+      if (isSmall) {
+        solveDirectly(kDirectNodes);
+      }
     }
     return WholeReels{std::move(plan_), way_ + (secondsLeft() <= 0 ? ", ended by time" : "")};
   }
 
  private:
-  // The best of a few dives; which reserve serves best, no rule tells.
+  // The best of a few dives.
   bool dive() {
     bool isFound = false;
-    for (const double reserve : kReserves) {
+    for (std::size_t i = 0; i < kDives.size(); ++i) {
+      if (i >= kFirstDives && isFound && plan_.unmet < bound_.unmet + 1) {
+        break;
+      }
       std::optional<ReelPlan> plan =
-          diveForReels(space_, reserve, [this] { return secondsLeft() <= 0; });
-      if (plan && (!isFound || plan->objective < plan_.objective)) {
+          diveForReels(space_, kDives.at(i), [this] { return secondsLeft() <= 0; });
+      if (plan && (!isFound || isBetter(*plan, plan_))) {
         isFound = true;
         plan_ = std::move(*plan);
         found("dive");
@@ -79,26 +95,26 @@ class Search {
 
   void found(const std::string &way) {
     way_ = way;
-    progress_(way, gap());
+    progress_(way, plan_.unmet - bound_.unmet, gap());
   }
 
-  double gap() const {
-    return (plan_.objective - lpObjective_) / std::max(std::fabs(lpObjective_), 1.0);
+  double gap() const { return (plan_.cost - bound_.cost) / std::max(std::fabs(bound_.cost), 1.0); }
+  bool isOver() const {
+    return secondsLeft() <= 0 || (gap() <= options_.gap && plan_.unmet < bound_.unmet + 1);
   }
-  bool isOver() const { return gap() <= options_.gap || secondsLeft() <= 0; }
 
   double secondsLeft() const {
     const std::chrono::duration<double> spent = std::chrono::steady_clock::now() - start_;
     return options_.seconds > 0 ? options_.seconds - spent.count() : kInfinite;
   }
 
-  // True when the plan is the best there is.
-  bool solveDirectly() {
+  // True when the plan is the best there is, or good enough.
+  bool solveDirectly(int nodes) {
     if (isOver()) {
       return true;
     }
     WholeLimits limits;
-    limits.nodes = kDirectNodes;
+    limits.nodes = nodes;
     limits.seconds = std::min(kDirectShare * secondsLeft(), 1e6);
     limits.gap = std::max(options_.gap, kDirectGap);
     const ReelNeighbourhood everything(space_, plan_, space_.reels());
@@ -106,18 +122,21 @@ class Search {
     if (result.plan) {
       plan_ = *result.plan;
     }
-    found("direct");
+    if (result.plan || result.isOptimal) {
+      found("direct");
+    }
     return result.isOptimal;
   }
 
   void searchNeighbourhoods() {
     for (int scale = 1; scale <= kLargestScale && !isOver();) {
-      const double before = plan_.objective;
+      const ReelPlan before = plan_;
       searchEach(grades_, kGradePeriod, scale);
       searchEach(machines_, kMachinePeriod, scale);
       searchPairs(scale);
+      searchEach(wholeGrades_, kPeriod, scale);
       searchEach(periods_, kPeriod, scale);
-      scale *= plan_.objective < before ? 1 : 2;
+      scale *= isBetter(plan_, before) ? 1 : 2;
     }
   }
 
@@ -148,9 +167,15 @@ class Search {
     limits.seconds = std::min(size.seconds * scale, secondsLeft());
     const ReelNeighbourhood part(
         space_, plan_, mostPromising(columns, size.reels * static_cast<std::size_t>(scale)));
+    const std::size_t key = part.fingerprint() + static_cast<std::size_t>(scale);
+    if (searched_.contains(key)) {
+      return;
+    }
     if (std::optional<ReelPlan> better = part.search(limits).plan) {
       plan_ = std::move(*better);
       found("neighbourhoods");
+    } else {
+      searched_.insert(key);
     }
   }
 
@@ -174,14 +199,16 @@ class Search {
 
   const ReelSpace &space_;
   const LinearSolution &optimum_;
+  ReelPlan bound_;
   WholeReelOptions options_;
   const WholeReelProgress &progress_;
-  double lpObjective_ = 0;
   Groups grades_;
+  Groups wholeGrades_;
   Groups machines_;
   Groups periods_;
   ReelPlan plan_;
   std::string way_;
+  std::unordered_set<std::size_t> searched_;  // parts in which nothing better was found
   std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };
 

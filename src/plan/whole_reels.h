@@ -11,20 +11,26 @@ namespace corvane::plan {
 // Plans of whole reels. Reels are whole in patterns only, for with them fixed the rest is a
 // network, whose vertices are whole.
 //
+// Less unmet demand goes before less cost in all that follows; the two are never added up.
+//
 //   1. A first plan by diving (reel_dive.h), within seconds.
-//   2. Up to kDirectReels whole columns: CBC on the whole model, for plans better than the first.
+//   2. Up to kDirectReels whole columns: CBC on the whole model, with a small tree.
 //   3. Beyond, or where that does not end: neighbourhoods (reel_neighbourhood.h), one grade in one
-//      period after the other, then the machines in one period, then grades in two, then whole
-//      periods; each with the reels that the plan has, those of the LP, and those of the least
-//      reduced costs. Where a round makes nothing better the neighbourhoods grow, until the gap is
+//      period after the other, then the machines in one period, grades in two, grades in all, then
+//      whole periods; each with the reels that the plan has, those of the LP, and those of the
+//      least reduced costs. A part in which nothing was found is not searched again before it
+//      changes. Where a round makes nothing better the neighbourhoods grow, until the gap is
 //      reached, the time is up, or they have grown for nothing.
+//   4. Up to kDirectReels again CBC on the whole model, with a large tree.
 //
 // Searches end by numbers of nodes. So a run that the clock does not end is the same every time;
 // one that it ends may differ.
 
 struct WholeReelOptions {
   double seconds = 60;  // from the start; 0: no limit
-  double gap = 0;       // to the LP; no search goes on below it
+  // To the LP's cost; no search goes on below it where less than a roll of the highest undercost is
+  // unmet that the LP delivers.
+  double gap = 0;
 };
 
 struct WholeReels {
@@ -32,8 +38,9 @@ struct WholeReels {
   std::string way;  // "direct", "dive" or "neighbourhoods", with "ended by time" where it was
 };
 
-// Told of every better plan: its distance to the LP in the merged objective, relative.
-using WholeReelProgress = std::function<void(const std::string &way, double gap)>;
+// Told of every better plan: the weighted rolls that it leaves unmet beside those of the LP, and
+// how much more it costs, relative.
+using WholeReelProgress = std::function<void(const std::string &way, double rolls, double gap)>;
 
 inline constexpr std::size_t kDirectReels = 500;
 

@@ -9,10 +9,11 @@ std::optional<WholeStepResult> planWhole(const PlanProblem &problem, const Compa
                                          const LinearSolution &optimum,
                                          const WholeReelOptions &options, ProgressLine &progress) {
   const ReelSpace space(problem, lp);
-  const std::optional<WholeReels> whole =
-      planWholeReels(space, optimum, options, [&](const std::string &way, double gap) {
+  const std::optional<WholeReels> whole = planWholeReels(
+      space, optimum, options, [&](const std::string &way, double rolls, double gap) {
         progress.show([&] {
-          return "Whole reels (" + way + "): " + fixed(100 * gap, 2) + " % above the bound";
+          return "Whole reels (" + way + "): " + fixed(rolls, 0) + " rolls and " +
+                 fixed(100 * gap, 2) + " % above the bound";
         });
       });
   if (!whole) {

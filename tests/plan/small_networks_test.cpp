@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "plan/mill_text.h"
 #include "plan/planned.h"
 #include "plan/unmet_reasons.h"
@@ -247,6 +249,85 @@ TEST(SmallNetworks, WidthsAlikeInSixDigitsAreOneCommodity) {
   EXPECT_THAT(planned.record.totals.reels, DoubleNear(6, kNear));
   EXPECT_THAT(planned.record.totals.surplusRolls, DoubleNear(0, kNear));
   EXPECT_THAT(kindsOf(planned.record), ElementsAre("commodity-twice"));
+}
+
+// What stands for the first period alone (feed, waste, days, freight) holds in the second; the 20
+// rolls that were ordered for the first do not. The 12 of the second take 6 reels: 6 x 10 of feed
+// and 12 x 5 of freight, in the days that the first period has.
+TEST(SmallNetworks, DataCarryOverButAmountsDoNot) {
+  TestMill mill = smallMill();
+  mill.periods = {"1", "2"};
+  mill.orders.push_back({"G", "A", 50.0, 1, 12});
+  const std::string text = importText(mill);
+  std::string kept;
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);) {
+    const bool isOfSecond = line.find("<period> \"2\"") != std::string::npos;
+    const bool isAmount = line.find("<demandamount>") != std::string::npos;
+    kept += isOfSecond && !isAmount ? "" : line + '\n';
+  }
+  ASSERT_LT(kept.size(), text.size() - 500);
+  const Planned planned(kept);
+  EXPECT_THAT(planned.record.faults, IsEmpty());
+  EXPECT_THAT(planned.record.totals.orderedRolls, DoubleNear(32, kNear));
+  EXPECT_THAT(planned.record.totals.unmetRolls, DoubleNear(0, kNear));
+  EXPECT_THAT(planned.record.totals.cost.feed, DoubleNear(100 + 60, kNear));
+  EXPECT_THAT(planned.record.totals.cost.freight, DoubleNear(100 + 60, kNear));
+  EXPECT_THAT(usedDays(planned.problem, planned.record.plan),
+              ElementsAre(DoubleNear(1, kNear), DoubleNear(0.6, kNear)));
+}
+
+// Data of the second period alone hold in the first, too: 7 days that make 70 reels.
+TEST(SmallNetworks, TheFirstDataHoldForThePeriodsBeforeThem) {
+  TestMill mill = smallMill();
+  mill.periods = {"1", "2"};
+  mill.orders[0].rolls = 200;
+  std::string text = importText(mill);
+  const std::string days =
+      "addnode <type> \"Machine\" <name> \"M_C\" <x> 10 <y> 210 <period> \"1\"";
+  const std::size_t at = text.find(days);
+  ASSERT_NE(at, std::string::npos);
+  text.replace(at, days.size(), days.substr(0, days.size() - 3) + "\"2\"");
+  const Planned planned(text);
+  EXPECT_THAT(planned.record.faults, IsEmpty());
+  EXPECT_THAT(planned.record.totals.unmetRolls, DoubleNear(60, kNear));
+}
+
+// Three quarters of a period count as one; a train of 1.25 takes two and arrives in the third.
+TEST(SmallNetworks, GoodsNeverArriveEarly) {
+  TestMill mill = smallMill();
+  mill.periods = {"1", "2", "3"};
+  mill.orders = {{"G", "A", 50.0, 1, 4}, {"G", "A", 50.0, 2, 8}};
+  mill.rates = {{"North", "A", "Rail", 1.0, 1.25}};
+  const Planned planned(importText(mill));
+  EXPECT_THAT(planned.record.faults, IsEmpty());
+  EXPECT_THAT(planned.record.plan.ships, ElementsAre(DoubleNear(8, kNear), 0, 0));
+  EXPECT_THAT(planned.record.plan.unmet, ElementsAre(0, 4, 0));
+}
+
+// Of two modes the dear one is taken where the cheap one comes too late: 6 by truck at 9 in the
+// first period, 8 by rail at 1 for the second.
+TEST(SmallNetworks, EachOrderTakesTheCheapestModeThatArrivesInTime) {
+  TestMill mill = smallMill();
+  mill.periods = {"1", "2"};
+  mill.orders = {{"G", "A", 50.0, 0, 6}, {"G", "A", 50.0, 1, 8}};
+  mill.rates = {{"North", "A", "Rail", 1.0, 1.0}, {"North", "A", "Truck", 9.0, 0.0}};
+  const Planned planned(importText(mill));
+  EXPECT_THAT(planned.record.faults, IsEmpty());
+  EXPECT_THAT(planned.record.totals.unmetRolls, DoubleNear(0, kNear));
+  EXPECT_THAT(planned.record.totals.cost.freight, DoubleNear(6 * 9 + 8 * 1, kNear));
+}
+
+// 70 reels for 140 rolls of 50 by twos and 90 of 30 by threes: narrow ones come first, for rolls
+// are counted and not inches.
+TEST(SmallNetworks, ShortOfTimeTheMostRollsAreDelivered) {
+  TestMill mill = smallMill();
+  mill.cutters[0].patterns = {{50, 50}, {30, 30, 30}};
+  mill.orders = {{"G", "A", 50.0, 0, 140}, {"G", "A", 30.0, 0, 90}};
+  const Planned planned(importText(mill));
+  EXPECT_THAT(planned.record.faults, IsEmpty());
+  // 30 reels of three and 40 of two: 90 and 80 rolls.
+  EXPECT_THAT(planned.record.plan.unmet, ElementsAre(DoubleNear(60, kNear), DoubleNear(0, kNear)));
 }
 
 TEST(SmallNetworks, NothingOrderedIsAnEmptyPlan) {
