@@ -65,10 +65,11 @@ class Search {
       return std::nullopt;
     }
     const bool isSmall = space_.reels().size() <= kDirectReels;
-    if (!isSmall || !solveDirectly(kFirstNodes)) {
-      searchNeighbourhoods();
+    if (!isSmall || !solveDirectly(kFirstNodes, false)) {
+      searchNeighbourhoods(false);
+      searchNeighbourhoods(true);
       if (isSmall) {
-        solveDirectly(kDirectNodes);
+        solveDirectly(kDirectNodes, true);
       }
     }
     return WholeReels{std::move(plan_), way_ + (secondsLeft() <= 0 ? ", ended by time" : "")};
@@ -109,12 +110,13 @@ class Search {
   }
 
   // True when the plan is the best there is, or good enough.
-  bool solveDirectly(int nodes) {
+  bool solveDirectly(int nodes, bool cuts) {
     if (isOver()) {
       return true;
     }
     WholeLimits limits;
     limits.nodes = nodes;
+    limits.cuts = cuts;
     limits.seconds = std::min(kDirectShare * secondsLeft(), 1e6);
     limits.gap = std::max(options_.gap, kDirectGap);
     const ReelNeighbourhood everything(space_, plan_, space_.reels());
@@ -128,7 +130,9 @@ class Search {
     return result.isOptimal;
   }
 
-  void searchNeighbourhoods() {
+  void searchNeighbourhoods(bool cuts) {
+    searched_.clear();
+    cuts_ = cuts;
     for (int scale = 1; scale <= kLargestScale && !isOver();) {
       const ReelPlan before = plan_;
       searchEach(grades_, kGradePeriod, scale);
@@ -164,6 +168,7 @@ class Search {
     }
     WholeLimits limits;
     limits.nodes = size.nodes * scale;
+    limits.cuts = cuts_;
     limits.seconds = std::min(size.seconds * scale, secondsLeft());
     const ReelNeighbourhood part(
         space_, plan_, mostPromising(columns, size.reels * static_cast<std::size_t>(scale)));
@@ -208,6 +213,7 @@ class Search {
   Groups periods_;
   ReelPlan plan_;
   std::string way_;
+  bool cuts_ = false;
   std::unordered_set<std::size_t> searched_;  // parts in which nothing better was found
   std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };

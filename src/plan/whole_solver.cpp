@@ -45,8 +45,7 @@ void setLimits(Model &model, const WholeLimits &limits) {
   model.set("maxNodes", std::to_string(limits.nodes));
   // Small trees searched in one go would not be counted as nodes.
   model.set("depthMiniBab", "-999");
-  // On programmes of reels cuts took most of the time and moved the bound little.
-  model.set("cuts", "off");
+  model.set("cuts", limits.cuts ? "on" : "off");
   Cbc_setMaximumSeconds(model.get(), limits.seconds);
   Cbc_setAllowableFractionGap(model.get(), limits.gap);
   if (std::isfinite(limits.cutoff)) {

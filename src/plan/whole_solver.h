@@ -13,6 +13,9 @@ struct WholeLimits {
   double seconds = 60;
   double gap = 0;             // relative; a solution this close to the bound will do
   double cutoff = kInfinite;  // only solutions of less cost count
+  // Cutting planes take most of the time on programmes of reels and move the bound little; where
+  // trees of many nodes end without them, they help.
+  bool cuts = false;
 };
 
 struct WholeAnswer {
