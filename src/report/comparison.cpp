@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 #include <set>
 #include <tuple>
 
@@ -44,12 +45,13 @@ Row figureRow(const QString &head, double here, double other, int decimals,
   const double difference = other - here;
   const Cell shown = Cell::ofChange(difference, decimals);
   const bool isBetter = better == Better::kLess ? difference < 0 : difference > 0;
-  const char *judgement = shown.text == QLatin1String("0") || better == Better::kNeither ? ""
-                          : isBetter                                                     ? "good"
-                                                                                         : "bad";
+  // A change too small to be shown is neither.
+  const auto judged = [&](const Cell &cell) {
+    const bool isPlain = cell.text == QLatin1String("0") || better == Better::kNeither;
+    return cell.as(isPlain ? "" : isBetter ? "good" : "bad");
+  };
   return {{Cell::ofText(head), Cell::ofNumber(here, decimals), Cell::ofNumber(other, decimals),
-           shown.as(judgement),
-           here != 0 ? Cell::ofChange(100 * difference / here, 1).as(judgement) : Cell()},
+           judged(shown), here != 0 ? judged(Cell::ofChange(100 * difference / here, 1)) : Cell()},
           look};
 }
 
@@ -65,7 +67,7 @@ class RunComparison {
     Comparison comparison;
     comparison.summary = summary();
     comparison.tables.push_back(figures());
-    if (here_.hasPlan() && other_.hasPlan()) {
+    if (hasPlans()) {
       comparison.tables.push_back(grades());
     }
     for (Table table : {patterns(), settings()}) {
@@ -77,6 +79,19 @@ class RunComparison {
   }
 
  private:
+  bool hasPlans() const { return here_.hasPlan() && other_.hasPlan(); }
+
+  // Which of the two has no plan, where one has none.
+  QString missingPlan() const {
+    if (hasPlans()) {
+      return {};
+    }
+    return !here_.hasPlan() && !other_.hasPlan()
+               ? QStringLiteral(" Neither has a plan, so costs and trim are not compared.")
+               : QStringLiteral(" %1 run has no plan, so costs and trim are not compared.")
+                     .arg(here_.hasPlan() ? QStringLiteral("The other") : QStringLiteral("This"));
+  }
+
   QString summary() const {
     int both = 0;
     for (const auto &pattern : patternsHere_) {
@@ -88,10 +103,11 @@ class RunComparison {
     return QStringLiteral(
                "The other run is %1, started %2. %3 patterns are in both, %4 only here, %5 "
                "only there. A change is the other run less this one.")
-        .arg(other_.record.name,
-             other_.record.log.started.isEmpty() ? QStringLiteral("at an unknown time")
-                                                 : other_.record.log.started,
-             grouped(both, 0), only(patternsHere_), only(patternsOther_));
+               .arg(other_.record.name,
+                    other_.record.log.started.isEmpty() ? QStringLiteral("at an unknown time")
+                                                        : other_.record.log.started,
+                    grouped(both, 0), only(patternsHere_), only(patternsOther_)) +
+           missingPlan();
   }
 
   Table figures() const {
@@ -101,7 +117,7 @@ class RunComparison {
                 {},
                 {},
                 Table::Use::kInOrder};
-    if (here_.hasPlan() && other_.hasPlan()) {
+    if (hasPlans()) {
       addCosts(table);
       addPlan(table);
     }
@@ -137,6 +153,12 @@ class RunComparison {
     }
   }
 
+  // Whole rolls need no decimals.
+  static int decimalsOf(const Figures &a, const Figures &b) {
+    const auto isWhole = [](double rolls) { return std::round(rolls) == rolls; };
+    return isWhole(a.unmet.rolls) && isWhole(b.unmet.rolls) ? 0 : 1;
+  }
+
   void addPlan(Table &table) const {
     const Figures &a = here_.figures;
     const Figures &b = other_.figures;
@@ -147,7 +169,8 @@ class RunComparison {
                                    b.all.trimPercent(), 3));
     table.rows.push_back(
         figureRow(QStringLiteral("Surplus, in"), a.surplus.inches, b.surplus.inches, 0));
-    table.rows.push_back(figureRow(QStringLiteral("Rolls short"), a.unmet.rolls, b.unmet.rolls, 1));
+    table.rows.push_back(
+        figureRow(QStringLiteral("Rolls short"), a.unmet.rolls, b.unmet.rolls, decimalsOf(a, b)));
     table.rows.push_back(
         figureRow(QStringLiteral("Reels (deckles) cut"), a.all.reels, b.all.reels, 1));
     table.rows.push_back(figureRow(QStringLiteral("Patterns used"), a.usedPatterns, b.usedPatterns,
@@ -207,7 +230,7 @@ class RunComparison {
       reels[key].second = use.reels;
     }
     for (const auto &[key, use] : reels) {
-      if (use.first != use.second) {
+      if (hasPlans() && use.first != use.second) {
         table.rows.push_back(patternRow(key, use));
       }
     }

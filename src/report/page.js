@@ -167,7 +167,7 @@
 
   // Columns from left to right; in each the nodes by grade, since nothing flows from one grade to
   // another, and then in the order of what they take from.
-  const spread = (network, arcs, width) => {
+  const spread = (network, arcs, width, room, tallest) => {
     const used = new Map();
     const boxOf = (node) => {
       if (!used.has(node)) {
@@ -196,11 +196,11 @@
       bySource.has(arc[0]) ? bySource.get(arc[0]).push(arc) : bySource.set(arc[0], [arc]);
     }
     const most = Math.max(1, ...byColumn.map((column) => column.length));
-    const height = Math.min(2400, Math.max(380, most * 9));
+    const height = Math.min(tallest, Math.max(380, most * 9));
     const through = Math.max(...byColumn.map((column) =>
       column.reduce((sum, box) => sum + Math.max(box.into, box.out), 0)));
     const scale = through > 0 ? 0.45 * height / through : 0;
-    const step = byColumn.length > 1 ? (width - 270) / (byColumn.length - 1) : 0;
+    const step = byColumn.length > 1 ? (width - 100 - room) / (byColumn.length - 1) : 0;
     // Machines stand where the paper that they make goes, as far as grades tell it.
     for (const box of byColumn[0]) {
       for (const [, to, flow] of bySource.get(box.node) || []) {
@@ -216,8 +216,8 @@
       column.sort((a, b) => gradeOf(a) - gradeOf(b) || isWaste(a) - isWaste(b) ||
         rank(a) - rank(b) || a.node - b.node);
       const tall = column.reduce((sum, box) => sum + scale * Math.max(box.into, box.out), 0);
-      const gap = (height - 30 - tall) / Math.max(1, column.length);
-      let y = 15 + gap / 2;
+      const gap = (height - 60 - tall) / Math.max(1, column.length);
+      let y = 30 + gap / 2;
       for (const box of column) {
         box.x = 90 + index * step;
         box.y = y;
@@ -232,14 +232,57 @@
         }
       }
     });
-    return {used, height, scale, step};
+    return {used, height, scale, step, present, room};
   };
+
+  const heads = {machine: "Machines", cutter: "Deckles", batch: "Batches", pattern: "Patterns",
+    store: "Rolls made, and trim", delay: "Freight", order: "Orders"};
+
+  // A text that lines under it leave readable; cut short where there is no room for it.
+  const label = (context, colors, text, x, y, room) => {
+    let shown = text;
+    while (context.measureText(shown).width > room && shown.length > 4) {
+      shown = shown.slice(0, -2) + "\u2026";
+    }
+    context.strokeStyle = colors.ground;
+    context.lineWidth = 3;
+    context.lineJoin = "round";
+    context.strokeText(shown, x, y);
+    context.fillStyle = colors.ink;
+    context.fillText(shown, x, y);
+  };
+
+  // What stands in the columns, and how wide how much paper is.
+  const drawLegend = (context, layout, colors) => {
+    context.font = "600 11px system-ui, sans-serif";
+    layout.present.forEach((kind, index) => {
+      context.textAlign = index === 0 ? "center" : "left";
+      label(context, colors, heads[kind], 90 + index * layout.step, 14, Infinity);
+    });
+    context.font = "10px system-ui, sans-serif";
+    if (layout.scale > 0) {
+      const most = 40 / layout.scale;
+      const digit = 10 ** Math.floor(Math.log10(most));
+      const inches = digit * [5, 2, 1].find((times) => times * digit <= most);
+      context.fillStyle = colors.accent;
+      context.globalAlpha = 0.4;
+      context.fillRect(4, layout.height - 4 - inches * layout.scale, 30, inches * layout.scale);
+      context.globalAlpha = 1;
+      context.textAlign = "left";
+      label(context, colors, "as wide as " + inches.toLocaleString("en") + " in", 40,
+        layout.height - 1 - inches * layout.scale / 2, Infinity);
+    }
+  };
+
+  // Paper is white, whatever the screen is.
+  const colorsOnPaper = {ink: "#1b2026", quiet: "#525b65", accent: "#1d5f91", trim: "#c62828",
+    ground: "#fff"};
 
   const colorsOf = () => {
     const style = getComputedStyle(document.documentElement);
     const color = (name) => style.getPropertyValue("--" + name).trim();
     return {ink: color("ink"), quiet: color("quiet"), accent: color("accent"), trim: color("trim"),
-      line: color("line")};
+      ground: color("ground")};
   };
 
   // As wide all along as it is at its ends, where a thick stroke would have spikes.
@@ -285,14 +328,15 @@
       context.fillStyle = node.kind === "waste" ? colors.trim : colors.ink;
       context.fillRect(box.x - 2, box.y - 0.75, 4, Math.max(1.5, box.tall + 1.5));
       // A name that would run into the next column is left out.
-      const isLast = box.x + layout.step > width - 100;
+      const isLast = box.x + layout.step > width;
       if (box.gap >= 12 && (isLast || context.measureText(node.name).width < layout.step - 14)) {
         const isFirst = node.kind === "machine";
-        context.fillStyle = colors.ink;
         context.textAlign = isFirst ? "right" : "left";
-        context.fillText(node.name, box.x + (isFirst ? -7 : 6), box.y + box.tall / 2 + 3);
+        label(context, colors, node.name, box.x + (isFirst ? -7 : 6), box.y + box.tall / 2 + 3,
+          isFirst ? 80 : isLast ? layout.room : Infinity);
       }
     }
+    drawLegend(context, layout, colors);
   };
 
   const drawPlaces = (context, network, arcs, width, height, colors) => {
@@ -328,15 +372,26 @@
   canvas.setAttribute("role", "img");
   canvas.setAttribute("aria-label", "Drawing of the network. The tables below tell its nodes and flows.");
 
-  const draw = () => {
+  // The room that the names behind the last column want.
+  const roomOf = (context, arcs) => {
+    const names = new Set(arcs.map((arc) => network.nodes[arc[1]]).filter((node) =>
+      node.kind === "order").map((node) => node.name));
+    return Math.min(260, [...names].reduce((most, name) =>
+      Math.max(most, context.measureText(name).width), 60) + 12);
+  };
+
+  const draw = (forPrint) => {
     if (!network || !place.clientWidth) {
       return;
     }
     const arcs = chosen(network, grade.value, all.checked);
-    // On a narrow screen the drawing is wider than its box, which scrolls.
-    const width = Math.max(760, canvas.parentElement.clientWidth);
-    const layout = spread(network, arcs, width);
-    const ratio = Math.min(devicePixelRatio || 1, 2);
+    // On a narrow screen the drawing is wider than its box, which scrolls; on paper it is one sheet.
+    const onPaper = forPrint === true;
+    const width = onPaper ? 1060 : Math.max(760, canvas.parentElement.clientWidth);
+    const measure = canvas.getContext("2d");
+    measure.font = "10px system-ui, sans-serif";
+    const layout = spread(network, arcs, width, roomOf(measure, arcs), onPaper ? 600 : 2400);
+    const ratio = onPaper ? 2 : Math.min(devicePixelRatio || 1, 2);
     canvas.width = width * ratio;
     canvas.height = layout.height * ratio;
     canvas.style.width = width + "px";
@@ -344,7 +399,7 @@
     const context = canvas.getContext("2d");
     context.scale(ratio, ratio);
     context.font = "10px system-ui, sans-serif";
-    const colors = colorsOf();
+    const colors = onPaper ? colorsOnPaper : colorsOf();
     if (atPlaces.checked) {
       drawPlaces(context, network, arcs, width, layout.height, colors);
     } else {
@@ -354,9 +409,6 @@
   };
 
   const start = () => {
-    if (network) {
-      return;
-    }
     network = readNetwork();
     grade.append(element("option", {value: ""}, "All grades"),
       ...network.grades.map((name) => element("option", {value: name}, name)));
@@ -380,10 +432,14 @@
   new IntersectionObserver((entries, observer) => {
     if (entries.some((entry) => entry.isIntersecting)) {
       observer.disconnect();
-      start();
+      network || start();
     }
   }, {rootMargin: "400px"}).observe(place);
-  addEventListener("beforeprint", start);
+  addEventListener("beforeprint", () => {
+    network || start();
+    draw(true);
+  });
+  addEventListener("afterprint", draw);
   addEventListener("resize", draw);
   matchMedia("(prefers-color-scheme: dark)").addEventListener("change", draw);
 })();

@@ -24,7 +24,7 @@ class WidthColumns {
       }
     }
     if (hasSeen_) {
-      heads.push_back({QStringLiteral("Seen by generation")});
+      heads.push_back({QStringLiteral("Seen")});
       heads.push_back({QStringLiteral("Seen %")});
     }
     return heads;
@@ -62,7 +62,10 @@ void add(WidthFigures &total, const WidthFigures &rolls) {
 Table byWidth(const Subject &subject) {
   const WidthColumns columns(subject);
   Table table{"rolls-by-width",
-              QStringLiteral("Rolls by grade and width, over all periods"),
+              QStringLiteral("Rolls by grade and width, over all periods") +
+                  (subject.record.seen.empty()
+                       ? QString()
+                       : QStringLiteral("; seen is what pattern generation saw of the demand")),
               columns.heads(),
               {},
               {},

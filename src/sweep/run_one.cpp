@@ -16,6 +16,11 @@ namespace corvane::sweep {
 
 namespace {
 
+// Where corvane-plan writes by default, and corvane-report looks.
+QString planFolderOf(const QString &runFolder) {
+  return runFolder + QLatin1String("/data/plan");
+}
+
 QString lastLineOf(const QString &name) {
   QFile file(name);
   const QByteArray text = file.open(QIODevice::ReadOnly) ? file.readAll().trimmed() : QByteArray();
@@ -56,7 +61,7 @@ class RunLock {
 void removeWhatARunLeaves(const QString &runFolder) {
   QFile::remove(runFolder + QLatin1String("/data/CV.imp"));
   QFile::remove(runFolder + QLatin1String("/data/corvane.log"));
-  QDir(runFolder + QLatin1String("/plan")).removeRecursively();
+  QDir(planFolderOf(runFolder)).removeRecursively();
 }
 
 // Where a program leaves what it says.
@@ -82,9 +87,8 @@ bool runBoth(const QString &runFolder, const Programs &programs, const QStringLi
     result.message = lastLineOf(saidBy(runFolder, planner));
     return end.exited;
   }
-  const QStringList words{
-      programs.plan,        QStringLiteral("--import-file"), QStringLiteral("data/CV.imp"),
-      QStringLiteral("-o"), QStringLiteral("plan"),          QStringLiteral("--quiet")};
+  const QStringList words{programs.plan, QStringLiteral("--import-file"),
+                          QStringLiteral("data/CV.imp"), QStringLiteral("--quiet")};
   end = runProgram(runFolder, plan, words + planOptions);
   result.planStatus = end.status;
   result.message = end.isGood() ? QString() : lastLineOf(saidBy(runFolder, plan));
@@ -106,7 +110,7 @@ bool makeRun(const QString &runFolder, const Programs &programs, const QStringLi
   }
   result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
   if (result.isDone()) {
-    result.figures = readPlanTotals(runFolder + QLatin1String("/plan"));
+    result.figures = readPlanTotals(planFolderOf(runFolder));
     result.figures[QStringLiteral("patterns")] = patternsInModel(runFolder);
   }
   return writeResult(runFolder, result);

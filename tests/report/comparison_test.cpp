@@ -117,6 +117,25 @@ TEST(Comparison, WithoutAPlanOnlyWhatNeedsNoneIsCompared) {
   const Comparison comparison = Compare(record::exampleRecord(), other);
   EXPECT_EQ(RowOf(TableOf(comparison, "compare-figures"), QStringLiteral("Trim, in")),
             std::vector<std::string>());
+  for (const Table &table : comparison.tables) {
+    EXPECT_NE(table.id, "compare-patterns");
+  }
+  EXPECT_THAT(comparison.summary.toStdString(), HasSubstr("The other run has no plan"));
+  EXPECT_THAT(Compare(other, record::exampleRecord()).summary.toStdString(),
+              HasSubstr("This run has no plan"));
+  EXPECT_THAT(Compare(other, other).summary.toStdString(), HasSubstr("Neither has a plan"));
+}
+
+TEST(Comparison, AChangeTooSmallToBeShownIsNeitherGoodNorBad) {
+  const record::Record here = record::exampleRecord();
+  record::Record other = here;
+  other.plan->totalCost += 0.3;
+  const Comparison comparison = Compare(here, other);
+  for (const Row &row : TableOf(comparison, "compare-figures").rows) {
+    for (const Cell &cell : row.cells) {
+      EXPECT_STREQ(cell.look, "") << row.cells[0].text.toStdString();
+    }
+  }
 }
 
 }  // namespace

@@ -30,7 +30,7 @@ class SweepTest : public StudyTest {
                "exit 0\n");
     script("corvane-plan",
            "while [ $# -gt 0 ]; do case $1 in --import-file) imp=$2;; -o) out=$2;; esac; shift; "
-           "done\nmkdir -p $out\n"
+           "done\n: ${out:=$(dirname $imp)/plan}\nmkdir -p $out\n"
            "echo '{\"totals\": {\"cost\": {\"total\": '$(cat $imp)'}, \"unmet_rolls\": 0}}' "
            ">$out/plan.json\n");
     script("corvane-report", "echo \"$@\" >>pages\n");
