@@ -34,14 +34,92 @@
     return x !== null ? -1 : y !== null ? 1 : sign * a.localeCompare(b, "en", {numeric: true});
   };
 
-  const sortTable = (table, column, descending) => {
-    const body = table.querySelector("tbody:not(.total)");
-    if (!body) {
+  // A table of thousands of rows is laid out and painted as a whole, which stops the scrolling. On
+  // the screen it is one of few rows and others below it, which are left alone while out of sight.
+  const partRows = 40;
+  const partsOf = new Map();
+
+  const rowsOf = (table) => (partsOf.get(table) || [table]).flatMap((part) => {
+    const body = part.querySelector("tbody:not(.total)");
+    return body ? [...body.rows] : [];
+  });
+
+  // Puts the rows into the table, or into its parts: those that are shown evenly.
+  const arrange = (table, rows) => {
+    const parts = partsOf.get(table);
+    if (!parts) {
+      table.querySelector("tbody:not(.total)").append(...rows);
       return;
     }
-    const rows = [...body.rows].map((row) => [textOf(row, column), row]);
+    const shown = rows.filter((row) => !row.hidden);
+    parts.forEach((part, i) => {
+      const some = shown.slice(i * partRows, (i + 1) * partRows);
+      part.querySelector("tbody:not(.total)").replaceChildren(...some);
+      part.parentElement.hidden = i > 0 && !some.length;
+    });
+    parts.at(-1).querySelector("tbody:not(.total)").append(...rows.filter((row) => row.hidden));
+  };
+
+  // The columns of all parts as wide as the first one makes them.
+  const align = (table) => {
+    const parts = partsOf.get(table);
+    const heads = [...table.tHead.rows[0].cells];
+    table.style.tableLayout = table.style.minWidth = "";
+    heads.forEach((head) => { head.style.width = ""; });
+    const widths = heads.map((head) => head.offsetWidth);
+    const whole = widths.reduce((sum, width) => sum + width, 0) + "px";
+    for (const part of parts) {
+      part.style.tableLayout = "fixed";
+      part.style.minWidth = part.parentElement.style.minWidth = whole;
+      [...part.tHead.rows[0].cells].forEach((head, i) => { head.style.width = widths[i] + "px"; });
+    }
+  };
+
+  const split = (table) => {
+    const rows = rowsOf(table);
+    if (rows.length <= 3 * partRows || partsOf.has(table)) {
+      return;
+    }
+    const box = table.parentElement;
+    const parts = [table];
+    const wrap = element("div", {className: "piece"});
+    table.before(wrap);
+    wrap.append(table);
+    for (let i = partRows; i < rows.length; i += partRows) {
+      const part = table.cloneNode(false);
+      part.removeAttribute("id");
+      part.classList.add("more");
+      part.append(element("caption", {}, table.caption.textContent + ", continued"),
+        table.tHead.cloneNode(true), element("tbody", {}));
+      part.tHead.querySelectorAll("button").forEach((button) => {
+        button.replaceWith(button.textContent);
+      });
+      box.append(element("div", {className: "piece"}, part));
+      parts.push(part);
+    }
+    partsOf.set(table, parts);
+    arrange(table, rows);
+    align(table);
+  };
+
+  const join = (table) => {
+    const parts = partsOf.get(table);
+    const rows = rowsOf(table);
+    partsOf.delete(table);
+    arrange(table, rows);
+    parts.slice(1).forEach((part) => part.parentElement.remove());
+    table.parentElement.replaceWith(table);
+    table.style.tableLayout = table.style.minWidth = "";
+    [...table.tHead.rows[0].cells].forEach((head) => { head.style.width = ""; });
+  };
+
+  const sortTable = (table, column, descending) => {
+    const rows = rowsOf(table).map((row) => [textOf(row, column), row]);
+    if (!rows.length) {
+      return;
+    }
     rows.sort((a, b) => compareCells(a[0], b[0], descending ? -1 : 1));
-    body.append(...rows.map((entry) => entry[1]));
+    arrange(table, rows.map((entry) => entry[1]));
     for (const head of table.tHead.rows[0].cells) {
       head.removeAttribute("aria-sort");
     }
@@ -66,8 +144,7 @@
         const number = numberOf(text);
         return quoted(number === null ? text : String(number));
       }).join(",") + "\r\n";
-    const body = table.querySelector("tbody:not(.total)");
-    const shown = [...(body ? body.rows : [])].filter((row) => !row.hidden);
+    const shown = rowsOf(table).filter((row) => !row.hidden);
     return [table.tHead.rows[0], ...shown].map(line).join("");
   };
 
@@ -79,11 +156,14 @@
     filter.addEventListener("input", () => {
       const words = filter.value.toLowerCase().split(/\s+/).filter(Boolean);
       let shown = 0;
-      const body = table.querySelector("tbody:not(.total)");
-      for (const row of body ? body.rows : []) {
+      const rows = rowsOf(table);
+      for (const row of rows) {
         const text = [...row.cells].map((cell, column) => textOf(row, column)).join(" ").toLowerCase();
         row.hidden = !words.every((word) => text.includes(word));
         shown += row.hidden ? 0 : 1;
+      }
+      if (rows.length) {
+        arrange(table, rows);
       }
       count.value = words.length ? shown + (shown === 1 ? " row" : " rows") : "";
     });
@@ -101,9 +181,14 @@
     makeSortable(table);
     if (table.classList.contains("long")) {
       addTools(table);
+      split(table);
     }
   }
+  const longTables = document.querySelectorAll("table.long[id]");
+  addEventListener("resize", () => [...partsOf.keys()].forEach(align));
+  addEventListener("afterprint", () => longTables.forEach(split));
   addEventListener("beforeprint", () => {
+    [...partsOf.keys()].forEach(join);
     for (const part of document.querySelectorAll("details")) {
       part.open = true;
     }
@@ -372,11 +457,11 @@
   canvas.setAttribute("role", "img");
   canvas.setAttribute("aria-label", "Drawing of the network. The tables below tell its nodes and flows.");
 
-  // The room that the names behind the last column want.
-  const roomOf = (context, arcs) => {
+  // The room that the names behind the last column want, if there is any for them.
+  const roomOf = (context, arcs, tallest) => {
     const names = new Set(arcs.map((arc) => network.nodes[arc[1]]).filter((node) =>
       node.kind === "order").map((node) => node.name));
-    return Math.min(260, [...names].reduce((most, name) =>
+    return names.size * 12 > tallest ? 60 : Math.min(260, [...names].reduce((most, name) =>
       Math.max(most, context.measureText(name).width), 60) + 12);
   };
 
@@ -390,7 +475,8 @@
     const width = onPaper ? 1060 : Math.max(760, canvas.parentElement.clientWidth);
     const measure = canvas.getContext("2d");
     measure.font = "10px system-ui, sans-serif";
-    const layout = spread(network, arcs, width, roomOf(measure, arcs), onPaper ? 600 : 2400);
+    const tallest = onPaper ? 600 : 2400;
+    const layout = spread(network, arcs, width, roomOf(measure, arcs, tallest), tallest);
     const ratio = onPaper ? 2 : Math.min(devicePixelRatio || 1, 2);
     canvas.width = width * ratio;
     canvas.height = layout.height * ratio;

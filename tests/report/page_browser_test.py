@@ -4,6 +4,7 @@
 import json
 import pathlib
 import re
+import shutil
 import subprocess
 import sys
 import tempfile
@@ -85,13 +86,16 @@ class Page(unittest.TestCase):
     def setUpClass(cls):
         cls.folder = tempfile.TemporaryDirectory(prefix="corvane-report-")
         path = pathlib.Path(cls.folder.name)
-        for name, arguments in [("run", []), ("other", ["--seed", "8"]), ("bare", ["--no-plan"])]:
+        for name, arguments in [("run", []), ("other", ["--seed", "8"]), ("bare", ["--no-plan"]),
+                                ("long", ["--patterns", "400", "--grades", "1"])]:
             record = make_record.Maker(make_record.options(arguments)).make()
             (path / f"{name}.json").write_text(json.dumps(record))
         cls.page = path / "page.html"
         cls.bare = path / "bare.html"
         cls.make(path / "run.json", "-o", cls.page, "--with", path / "other.json")
         cls.make(path / "bare.json", "-o", cls.bare)
+        cls.long = path / "long.html"
+        cls.make(path / "long.json", "-o", cls.long)
         cls.browser = browser.Browser()
 
     @classmethod
@@ -250,6 +254,63 @@ class Page(unittest.TestCase):
         width, height = (float(n) for n in sheets[0].split()[2:])
         self.assertAlmostEqual(width, 842, delta=2)
         self.assertAlmostEqual(height, 595, delta=2)
+
+    def test_printed_heads_stand_on_every_page_of_a_table(self):
+        if shutil.which("pdftotext") is None:
+            self.skipTest("there is no pdftotext (package poppler-utils)")
+        self.browser.open(self.long)
+        printed = pathlib.Path(self.folder.name, "long.pdf")
+        printed.write_bytes(self.browser.pdf())
+        text = subprocess.run(["pdftotext", "-layout", printed, "-"], check=True,
+                              capture_output=True, text=True).stdout
+        pages = [page for page in text.split("\f") if page.count(" × ") > 10]
+        self.assertGreater(len(pages), 5)
+        for page in pages:
+            self.assertRegex(page, r"Machine +Deckle +Cut, to one scale +Rolls, in")
+
+    # Rows of a long table stand in several, of which the first has the heads that sort.
+    LONG_ROWS = """[...document.querySelectorAll('#patterns .piece')].filter((part) => !part.hidden)
+      .flatMap((part) => [...part.querySelectorAll('tbody tr')]).filter((row) => !row.hidden)
+      .map((row) => row.cells[4].textContent)"""
+
+    def test_a_long_table_in_parts_sorts_and_filters_as_one(self):
+        self.browser.open(self.long)
+        before = self.browser.evaluate(self.LONG_ROWS)
+        self.assertGreater(self.browser.evaluate("document.querySelectorAll('#patterns .piece').length"),
+                           5)
+        self.click_head("patterns-1", 4)
+        trims = self.browser.evaluate(self.LONG_ROWS)
+        self.assertEqual(sorted(trims), sorted(before))
+        numbers = [float(text.replace(",", "")) for text in trims]
+        self.assertEqual(numbers, sorted(numbers))
+        self.browser.evaluate("""(() => {
+          const filter = document.querySelector('#patterns input');
+          filter.value = document.querySelector('#patterns-1 tbody tr').cells[0].textContent;
+          filter.dispatchEvent(new Event('input'));
+        })()""")
+        some = self.browser.evaluate(self.LONG_ROWS)
+        self.assertTrue(0 < len(some) < len(trims))
+        heights = self.browser.evaluate("""[...document.querySelectorAll('#patterns .piece')]
+          .filter((part) => !part.hidden).map((part) => part.querySelectorAll('tbody tr:not([hidden])').length)""")
+        self.assertTrue(all(rows == 40 for rows in heights[:-1]), heights)
+
+    def test_columns_of_all_parts_are_as_wide(self):
+        self.browser.open(self.long)
+        for width in (1366, 1000):
+            self.browser.resize(width)
+            self.browser.evaluate("new Promise((done) => requestAnimationFrame(done))")
+            places = self.browser.evaluate("""[...document.querySelectorAll('#patterns .piece')].map((part) =>
+              [...part.querySelector('tbody tr').cells].slice(0, 6).map((cell) => Math.round(cell.getBoundingClientRect().x)).join())""")
+            self.assertEqual(len(set(places)), 1, places)
+
+    def test_a_long_table_is_whole_on_paper_and_in_parts_again(self):
+        self.browser.open(self.long)
+        before = self.browser.evaluate(self.LONG_ROWS)
+        self.browser.evaluate("dispatchEvent(new Event('beforeprint'))")
+        self.assertEqual(self.browser.evaluate("document.querySelectorAll('.piece').length"), 0)
+        self.assertEqual(self.column("patterns-1", 4), before)
+        self.browser.evaluate("dispatchEvent(new Event('afterprint'))")
+        self.assertEqual(self.browser.evaluate(self.LONG_ROWS), before)
 
     def test_reads_without_script(self):
         self.browser.call("Emulation.setScriptExecutionDisabled", value=True)
