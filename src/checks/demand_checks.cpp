@@ -26,9 +26,9 @@ struct Place {
 struct Several {
   quint32 line = 0;  // the first that makes a second demand
   qint64 widths = 0;
-  double inches = 0;      // of those widths
-  double seenInches = 0;  // of their first demands
-  std::vector<Edit> edits;
+  double inches = 0;                               // of those widths
+  double seenInches = 0;                           // of their first demands
+  std::vector<std::pair<quint32, quint32>> swaps;  // lines: the first of them and the largest
 };
 
 class DemandChecks {
@@ -95,6 +95,10 @@ class DemandChecks {
 
   // The orders of one customer among them; adds those that are no repetition to the rows.
   void takeCustomer(std::span<const Place> orders, std::vector<quint32> &rows) {
+    if (orders.size() == 1) {
+      rows.push_back(orders.front().row);
+      return;
+    }
     std::map<qint32, quint32> lineOfQuantity;
     qint64 sum = 0;
     for (const Place &place : orders) {
@@ -143,15 +147,16 @@ class DemandChecks {
     several.inches += static_cast<double>(total) * width;
     several.seenInches += seen * width;
     if (largest != first) {
-      swapLines(several.edits, order.line, view_.mill.orders[largest].line);
+      several.swaps.emplace_back(order.line, view_.mill.orders[largest].line);
     }
   }
 
   void swapLines(std::vector<Edit> &edits, quint32 a, quint32 b) const {
     const SourceFile &file = view_.orderFile();
+    const auto textOf = [&](quint32 line) { return file.line(line).substr(file.markLength(line)); };
     const auto replace = [&](quint32 line, quint32 by) {
-      edits.push_back({file.begin(line), file.begin(line) + file.line(line).size(),
-                       std::string(file.line(by))});
+      const std::size_t begin = file.begin(line) + file.markLength(line);
+      edits.push_back({begin, begin + textOf(line).size(), std::string(textOf(by))});
     };
     replace(a, b);
     replace(b, a);
@@ -166,7 +171,9 @@ class DemandChecks {
           "; of " + general(several.inches) + " inches pattern generation sees " +
           general(several.seenInches);
       finding.write = "the largest of them first";
-      finding.edits = several.edits;
+      for (const auto &[first, largest] : several.swaps) {
+        swapLines(finding.edits, first, largest);
+      }
     });
   }
 

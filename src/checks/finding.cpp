@@ -14,15 +14,14 @@ std::string messageOf(const Finding &finding) {
 }
 
 MarkedText markedText(const Finding &finding) {
-  constexpr std::size_t kMark = 3;
   std::string_view line = finding.file->line(finding.line);
   std::size_t begin = std::min(finding.offset, line.size());
   std::size_t end = std::min(begin + finding.length, line.size());
-  if (finding.line == 1 && finding.file->startsWithByteOrderMark() &&
-      finding.code != Code::kByteOrderMark) {
-    line.remove_prefix(kMark);
-    begin -= std::min(begin, kMark);
-    end -= std::min(end, kMark);
+  if (finding.code != Code::kByteOrderMark) {
+    const std::size_t mark = finding.file->markLength(finding.line);
+    line.remove_prefix(mark);
+    begin -= std::min(begin, mark);
+    end -= std::min(end, mark);
   }
   return {line, begin, end - begin};
 }

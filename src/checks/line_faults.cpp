@@ -338,8 +338,7 @@ void LineFaults::describeSeparator(Finding &finding, quint32 line, char separato
                                : separator == ';' ? "semicolons"
                                                   : "bars") +
                    " stand between fields";
-  constexpr std::size_t kMark = 3;
-  const std::size_t mark = line == 1 && file_.startsWithByteOrderMark() ? kMark : 0;
+  const std::size_t mark = file_.markLength(line);
   finding.write = commaSeparated(text.substr(mark), layout_);
   const std::size_t begin = file_.begin(line);
   finding.edits.push_back({begin + mark, begin + text.size(), finding.write});

@@ -15,6 +15,13 @@ void addTo(OrderTotal &total, const OrderRow &order, double width) {
   total.inches += order.quantity * width;
 }
 
+void addTo(OrderTotal &total, const OrderTotal &more) {
+  total.line = total.orders == 0 ? more.line : std::min(total.line, more.line);
+  total.orders += more.orders;
+  total.rolls += more.rolls;
+  total.inches += more.inches;
+}
+
 }  // namespace
 
 MillIndex::MillIndex(const MillRecords &mill) {
@@ -39,15 +46,21 @@ MillIndex::MillIndex(const MillRecords &mill) {
     if (order.isBroken) {
       continue;
     }
-    if (placeOfPeriod.try_emplace(order.period, static_cast<quint32>(periods.size())).second) {
+    if ((periods.empty() || periods.back() != order.period) &&
+        placeOfPeriod.try_emplace(order.period, static_cast<quint32>(periods.size())).second) {
       periods.push_back(order.period);
       lineOfPeriod.emplace(order.period, order.line);
     }
-    customers.insert(order.customer);
-    addTo(byGrade[order.grade], order, width);
     addTo(byGradePeriod[pairKey(order.grade, order.period)], order, width);
     addTo(byCustomerGrade[pairKey(order.customer, order.grade)], order, width);
     addTo(byGradeWidth[pairKey(order.grade, order.width)], order, width);
+  }
+  // Orders are many, their grades and customers few.
+  for (const auto &[key, total] : byGradePeriod) {
+    addTo(byGrade[static_cast<TextId>(key >> 32U)], total);
+  }
+  for (const auto &[key, total] : byCustomerGrade) {
+    customers.insert(static_cast<TextId>(key >> 32U));
   }
   for (const auto &[key, total] : byGradeWidth) {
     const auto width = static_cast<quint32>(key);

@@ -17,8 +17,6 @@ namespace corvane::checks {
 
 namespace {
 
-constexpr std::size_t kByteOrderMarkLength = 3;
-
 bool isBlank(std::string_view text) {
   return text.find_first_not_of(" \t") == std::string_view::npos;
 }
@@ -50,7 +48,7 @@ class ParameterReader {
     for (auto status = reader.next(); status != LineReader::Status::kEnd; status = reader.next()) {
       ++records.scan.lines;
       line_ = static_cast<quint32>(reader.number());
-      mark_ = line_ == 1 && file_.startsWithByteOrderMark() ? kByteOrderMarkLength : 0;
+      mark_ = file_.markLength(line_);
       raw_ = file_.line(line_);
       if (status == LineReader::Status::kTooLong) {
         reportTooLong();

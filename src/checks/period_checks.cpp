@@ -117,19 +117,21 @@ class PeriodChecks {
     std::unordered_map<std::string_view, std::string *> linesByText;
     std::string *current = &linesByNumbers[{}];
     for (quint32 line = 1; line <= file.lineCount(); ++line) {
-      const std::string_view text = file.line(line);
+      const std::size_t mark = file.markLength(line);
+      const std::size_t begin = file.begin(line) + mark;
+      const std::string_view text = file.line(line).substr(mark);
       const auto [known, isNew] = linesByText.try_emplace(text.substr(0, text.find(',')), nullptr);
       if (isNew) {
         const PeriodName name = periodName(textFromBytes(known->first));
         known->second = name.numbers.empty() ? nullptr : &linesByNumbers[name.numbers];
       }
       current = known->second == nullptr ? current : known->second;
-      *current += file.bytes().substr(file.begin(line), file.end(line) - file.begin(line));
+      *current += file.bytes().substr(begin, file.end(line) - begin);
       if (current->back() != '\n') {
         *current += '\n';
       }
     }
-    sorted_.emplace();
+    sorted_.emplace(file.bytes().substr(0, file.markLength(1)));
     for (const auto &[numbers, lines] : linesByNumbers) {
       *sorted_ += lines;
     }

@@ -12,7 +12,6 @@ namespace corvane::checks {
 
 namespace {
 
-constexpr std::size_t kByteOrderMarkLength = 3;
 // Beyond so many the file is something else, and names in it are missed nowhere.
 constexpr quint32 kBrokenLinesWithNames = 10000;
 
@@ -60,8 +59,7 @@ class Scanner {
       record_.isBroken = true;
       return;
     }
-    const std::size_t mark =
-        record_.line == 1 && file_.startsWithByteOrderMark() ? kByteOrderMarkLength : 0;
+    const std::size_t mark = file_.markLength(record_.line);
     faults_.look(record_, raw, {begin - mark, length + mark});
     if (record_.isBroken) {
       noteBroken(record_.fields);
@@ -104,8 +102,7 @@ ScanResult scanRecords(const SourceFile &file, Layout layout, TextTable &texts, 
 std::string_view fieldAt(const SourceFile &file, quint32 line, int column) {
   const std::string_view raw = file.line(line);
   std::string text(raw);
-  const std::size_t mark = line == 1 && file.startsWithByteOrderMark() ? kByteOrderMarkLength : 0;
-  const LineFields fields = splitLine(text.data() + mark);
+  const LineFields fields = splitLine(text.data() + file.markLength(line));
   if (column >= std::min(fields.count, LineFields::kMost)) {
     return raw.substr(raw.size());
   }

@@ -20,7 +20,13 @@ class SourceFile {
   // Lines that end with a line break, and the rest behind them, if there is one.
   quint32 lineCount() const { return static_cast<quint32>(begins_.size()); }
   bool endsWithBreak() const { return bytes_.empty() || bytes_.back() == '\n'; }
-  bool startsWithByteOrderMark() const { return bytes().substr(0, 3) == "\xef\xbb\xbf"; }
+  bool startsWithByteOrderMark() const { return bytes().starts_with(kByteOrderMark); }
+
+  // The bytes of a byte order mark in front of the line: it belongs to the file, not to the first
+  // line, which keeps it all the same.
+  std::size_t markLength(quint32 line) const {
+    return line == 1 && startsWithByteOrderMark() ? kByteOrderMark.size() : 0;
+  }
 
   // A line without its line break; empty for 0 and for a line that is not there.
   std::string_view line(quint32 number) const;
@@ -29,6 +35,8 @@ class SourceFile {
   std::size_t end(quint32 number) const;
 
  private:
+  static constexpr std::string_view kByteOrderMark = "\xef\xbb\xbf";
+
   std::string name_;
   std::string bytes_;
   std::vector<std::size_t> begins_;

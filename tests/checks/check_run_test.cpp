@@ -221,6 +221,22 @@ TEST_F(CheckRun, MendedCopiesAreCleanAndOriginalsUntouched) {
   EXPECT_EQ(run(), kExitClean) << out;
 }
 
+// A mark that is kept stays in front, whichever line comes to be the first.
+TEST_F(CheckRun, MovedLinesLeaveTheByteOrderMarkWhereItIs) {
+  const std::string mark = "\xef\xbb\xbf";
+  MillTexts texts = cleanMill();
+  const std::string first = texts.orders.substr(0, texts.orders.find('\n') + 1);
+  texts.orders =
+      mark + "2,LB42,30,10,Badger Box\n" + first + "1,LB42,44.75,90,Clearwater Cartons\n";
+  write(texts);
+  options.fix = beside("mended").string();
+  options.ignore = {"CV106"};
+  options.unsafeFixes = true;
+  EXPECT_EQ(run(), kExitFindings);
+  EXPECT_EQ(contents(beside("mended") / "data/orders.data"),
+            mark + "1,LB42,44.75,90,Clearwater Cartons\n" + first + "2,LB42,30,10,Badger Box\n");
+}
+
 TEST_F(CheckRun, GuessesNeedTheirOwnWord) {
   writeChanged("orders", "LB42", "LB24");
   options.fix = beside("mended").string();
