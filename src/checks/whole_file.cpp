@@ -60,25 +60,41 @@ bool reportWideEncoding(const SourceFile &file, FindingSink &sink) {
   return true;
 }
 
+bool isAlone(std::string_view bytes, std::size_t carriageReturn) {
+  return bytes.substr(carriageReturn + 1, 1) != "\n";
+}
+
+std::string withLineFeeds(std::string_view bytes) {
+  std::string converted(bytes);
+  for (std::size_t at = bytes.find('\r'); at != std::string_view::npos;
+       at = bytes.find('\r', at + 1)) {
+    converted[at] = isAlone(bytes, at) ? '\n' : '\r';
+  }
+  return converted;
+}
+
 bool reportCarriageReturns(const SourceFile &file, FindingSink &sink) {
   const std::string_view bytes = file.bytes();
   constexpr qint64 kManyMore = 4;
   qint64 alone = 0;
+  std::size_t first = 0;
   for (std::size_t at = bytes.find('\r'); at != std::string_view::npos;
        at = bytes.find('\r', at + 1)) {
-    alone += at + 1 == bytes.size() || bytes[at + 1] != '\n' ? 1 : 0;
+    if (isAlone(bytes, at)) {
+      first = alone++ == 0 ? at : first;
+    }
   }
   const auto feeds = static_cast<qint64>(std::count(bytes.begin(), bytes.end(), '\n'));
   if (alone == 0 || (feeds > 0 && alone <= kManyMore * feeds)) {
     return false;
   }
   sink.add(file, Code::kCarriageReturns, [&](Finding &finding) {
-    finding.line = 1;
-    finding.offset = bytes.find('\r');
-    finding.detail = std::to_string(alone) + " lines are read as one, which is thrown away";
-    std::string converted(bytes);
-    std::replace(converted.begin(), converted.end(), '\r', '\n');
-    replaceFile(finding, std::move(converted));
+    const std::string_view before = bytes.substr(0, first);
+    finding.line = 1 + static_cast<quint32>(std::count(before.begin(), before.end(), '\n'));
+    finding.offset = first - file.begin(finding.line);
+    finding.detail = std::to_string(alone) + " lines are read as one" +
+                     (feeds == 0 ? ", which is thrown away" : " with the next");
+    replaceFile(finding, withLineFeeds(bytes));
   });
   return true;
 }

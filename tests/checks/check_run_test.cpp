@@ -221,6 +221,21 @@ TEST_F(CheckRun, MendedCopiesAreCleanAndOriginalsUntouched) {
   EXPECT_EQ(run(), kExitClean) << out;
 }
 
+TEST_F(CheckRun, MendedCarriageReturnsLeavePairsAsTheyAre) {
+  MillTexts texts = cleanMill();
+  const std::size_t end = texts.orders.find('\n') + 1;
+  texts.orders.insert(end - 1, "\r");
+  const std::string first = texts.orders.substr(0, end + 1);
+  std::string rest = texts.orders.substr(end + 1);
+  std::string onlyReturns = rest;
+  std::replace(onlyReturns.begin(), onlyReturns.end(), '\n', '\r');
+  texts.orders = first + onlyReturns;
+  write(texts);
+  options.fix = beside("mended").string();
+  EXPECT_EQ(run(), kExitFindings);
+  EXPECT_EQ(contents(beside("mended") / "data/orders.data"), first + rest);
+}
+
 // A mark that is kept stays in front, whichever line comes to be the first.
 TEST_F(CheckRun, MovedLinesLeaveTheByteOrderMarkWhereItIs) {
   const std::string mark = "\xef\xbb\xbf";
