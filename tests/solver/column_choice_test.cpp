@@ -6,12 +6,16 @@
 #include <algorithm>
 #include <random>
 #include <set>
+#include <string>
+#include <vector>
+
+#include "solver/program_of.h"
 
 namespace corvane::lp {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
 
 // Columns with a coefficient of 1 in each of the rows named.
 ColumnPool poolOf(const std::vector<std::vector<int>> &columns) {
@@ -100,8 +104,49 @@ TEST(ColumnsToMoveIn, AreWhatTheRuleNames) {
     }
     std::shuffle(candidates.begin(), candidates.end(), random);
     EXPECT_THAT(columnsToMoveIn(poolOf(columns), kRows, candidates, count),
-                testing::ElementsAreArray(expected));
+                ::testing::ElementsAreArray(expected));
   }
+}
+
+// A program whose columns have these costs, and in each row these coefficients.
+LinearProgram programOf(const std::vector<double> &costs,
+                        const std::vector<std::vector<double>> &matrix) {
+  const std::size_t columns = costs.size();
+  return testing::programOf({.cost = costs,
+                             .matrix = matrix,
+                             .senses = std::string(matrix.size(), 'G'),
+                             .rhs = std::vector<double>(matrix.size(), 1.0),
+                             .lower = std::vector<double>(columns, 0.0),
+                             .upper = std::vector<double>(columns, 1e20)});
+}
+
+// Two columns a row come from an even sample: with fifteen columns and three rows every other one.
+TEST(StartingColumns, AreTheCheapestOfEveryRowASampleAndThePromising) {
+  std::vector<double> costs(15, 9.0);
+  std::vector<std::vector<double>> matrix(3, std::vector<double>(15, 0.0));
+  // Per coefficient column 5 costs least in row 0 and, with the later 7, in row 1; no column serves
+  // row 2.
+  matrix[0][3] = 1;
+  matrix[0][5] = 2;
+  matrix[1][5] = 3;
+  matrix[1][7] = 3;
+  const LinearProgram lp = programOf(costs, matrix);
+  EXPECT_THAT(startingColumns(lp, {}), ElementsAre(0, 2, 4, 5, 6, 8, 10, 12, 14));
+  EXPECT_THAT(startingColumns(lp, {1, 4}), ElementsAre(0, 1, 2, 4, 5, 6, 8, 10, 12, 14));
+}
+
+TEST(StartingColumns, AreAllWhereThereAreFew) {
+  const LinearProgram lp = programOf({1, 2, 3}, {{1, 1, 1}, {1, 1, 1}});
+  EXPECT_THAT(startingColumns(lp, {}), ElementsAre(0, 1, 2));
+}
+
+TEST(PromisingColumns, AreThoseInUseAndThoseOfNearlyNoReducedCost) {
+  const LinearProgram lp = programOf({10, 10, 10, 10}, {{1, 1, 1, 1}});
+  // A dual value of 9.995 leaves each a reduced cost of half a thousandth of its cost.
+  Solution solution{Status::kOptimal, {{3, 1.0}}, {9.995}};
+  EXPECT_THAT(promisingColumns(lp, {0, 2}, solution), ElementsAre(0, 2, 3));
+  solution.duals = {9.98};
+  EXPECT_THAT(promisingColumns(lp, {0, 2}, solution), ElementsAre(3));
 }
 
 }  // namespace

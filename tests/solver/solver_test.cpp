@@ -85,6 +85,31 @@ TEST(Solver, SiftsACoveringProgramByEitherMethod) {
   }
 }
 
+// Columns of one cost that serve every pair of rows: such a program has many optima, and barrier
+// ends at others than a simplex.
+TEST(Solver, TakesTheMethodThatIsAskedFor) {
+  TestLp test{.senses = "GGGGGG", .rhs = {3, 5, 7, 11, 13, 17}};
+  test.matrix.resize(6);
+  for (std::size_t one = 0; one < 6; ++one) {
+    for (std::size_t other = 0; other < one; ++other) {
+      test.cost.push_back(1);
+      test.lower.push_back(0);
+      test.upper.push_back(1e20);
+      for (std::size_t row = 0; row < 6; ++row) {
+        test.matrix[row].push_back(row == one || row == other ? 1 : 0);
+      }
+    }
+  }
+  const LinearProgram lp = programOf(test);
+  const Solution bySimplex = Solver().solve(lp, Method::kPrimal, {});
+  const Solution byBarrier = Solver().solve(lp, Method::kBarrier, {});
+  EXPECT_EQ(checkOptimal(lp, byBarrier), "");
+  EXPECT_NE(bySimplex.activities, byBarrier.activities);
+  WorkingLp barrier(lp, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14});
+  ASSERT_EQ(barrier.barrier(), Status::kOptimal);
+  EXPECT_EQ(byBarrier.activities, barrier.activities());
+}
+
 TEST(Solver, HandsAnyOtherProgramToClpWhole) {
   TestLp test = covering();
   test.upper[3] = 3;
@@ -150,6 +175,20 @@ TEST(Solver, GoesOnWhereColumnsWereAdded) {
     expectLeastCost(lp, solver.solve(lp, Method::kPrimal, {}));
     expectLeastCost(lp, solver.solve(lp, Method::kBarrier, {}));
   }
+}
+
+// What is known of a matrix tells nothing of one with more columns.
+TEST(Solver, GoesOnWhereColumnsWereAddedToAKnownMatrix) {
+  KnownMatrix known;
+  LinearProgram before = programOf(covering(3));
+  Solver first;
+  first.remember(before, first.solve(before, Method::kPrimal, known), known);
+  ASSERT_EQ(known.solutions, 1);
+  LinearProgram lp = programOf(covering(3));
+  Solver solver;
+  ASSERT_EQ(solver.solve(lp, Method::kPrimal, known).status, Status::kOptimal);
+  add(lp, covering(), 3);
+  expectLeastCost(lp, solver.solve(lp, Method::kPrimal, known));
 }
 
 TEST(Solver, RemembersNothingOfAProgramThatGrew) {
