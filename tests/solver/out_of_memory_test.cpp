@@ -7,6 +7,7 @@
 
 #include <cstdlib>
 #include <new>
+#include <tuple>
 #include <vector>
 
 #include "solver/cutting_stock.h"
@@ -150,11 +151,13 @@ int outcomeWithFailure(const PreparedRun &run, long at, bool fromThereOn) {
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-// Whether all later allocations fail too.
-class OutOfMemory : public ::testing::TestWithParam<bool> {};
+// Whether all later allocations fail too; and which of every kParts faults, so that processes can
+// share them.
+constexpr int kParts = 4;
+class OutOfMemory : public ::testing::TestWithParam<std::tuple<bool, int>> {};
 
 TEST_P(OutOfMemory, AtAnyAllocationIsTold) {
-  const bool fromThereOn = GetParam();
+  const auto [fromThereOn, part] = GetParam();
   const MillShape shape{.widths = 7, .patternsPerIteration = 400};
   const MillRecord record = CuttingStock(shape).run();
   const PreparedRun run(record);
@@ -164,16 +167,17 @@ TEST_P(OutOfMemory, AtAnyAllocationIsTold) {
   ASSERT_GT(total, 100);
   int told = 0;
   const long stride = fromThereOn ? 5 : 1;
-  for (long at = 0; at < total; at += stride) {
+  for (long at = part * stride; at < total; at += kParts * stride) {
     const int outcome = outcomeWithFailure(run, at, fromThereOn);
     EXPECT_TRUE(outcome == 0 || outcome == 1)
         << "allocation " << at << " of " << total << ": " << outcome;
     told += outcome;
   }
-  EXPECT_GT(told, total / stride * 4 / 5) << "failures must be told, not swallowed";
+  EXPECT_GT(told, total / (kParts * stride) * 4 / 5) << "failures must be told, not swallowed";
 }
 
-INSTANTIATE_TEST_SUITE_P(OnceAndFromThereOn, OutOfMemory, ::testing::Bool());
+INSTANTIATE_TEST_SUITE_P(OnceAndFromThereOn, OutOfMemory,
+                         ::testing::Combine(::testing::Bool(), ::testing::Range(0, kParts)));
 
 }  // namespace
 }  // namespace corvane::lp::testing
