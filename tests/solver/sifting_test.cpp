@@ -65,6 +65,33 @@ TEST(Sifting, KeepsASmallWorkingSetWhole) {
   EXPECT_EQ(sifting.working().columns().size(), 5U);
 }
 
+TEST(Sifting, HandsTheProgramOverAgainWhenItsNumbersGrow) {
+  LinearProgram lp = program();
+  Sifting sifting(lp, {0, 1, 2, 3, 4}, {});
+  ASSERT_EQ(sifting.optimise(Method::kDual), Status::kOptimal);
+  EXPECT_EQ(sifting.working().costScale(), 1.0);
+  const LinearProgram dear = programOf({.cost = {3e6},
+                                        .matrix = {{1}, {0}, {0}},
+                                        .senses = "GGG",
+                                        .rhs = {4, 4, 4},
+                                        .lower = {0},
+                                        .upper = {1e20}});
+  const ColumnPool &pool = dear.pool();
+  ColumnBatch batch;
+  batch.columns = 1;
+  batch.nonzeros = 1;
+  batch.costs = pool.cost.data();
+  batch.starts = pool.start.data();
+  batch.rows = pool.row.data();
+  batch.values = pool.value.data();
+  batch.lower = pool.lower.data();
+  batch.upper = pool.upper.data();
+  ASSERT_TRUE(lp.addColumns(batch));
+  ASSERT_EQ(sifting.optimise(Method::kPrimal), Status::kOptimal);
+  EXPECT_EQ(sifting.working().costScale(), 0.25);
+  EXPECT_EQ(checkOptimal(lp, sifting.solution()), "");
+}
+
 TEST(ObjectivesAgree, AtAnOptimumAlone) {
   const LinearProgram lp = program();
   const Solution optimum{Status::kOptimal, {{4, 4.0}}, {0.5, 0.5, 0.5}};
