@@ -87,9 +87,22 @@ void writeTables(const QString &folder, const std::vector<Table> &tables) {
 }
 
 void refuseToOverwrite(const QString &output, const QString &input) {
-  if (!input.isEmpty() && areOneFile(utf8(output), utf8(input))) {
+  if (!output.isEmpty() && !input.isEmpty() && areOneFile(utf8(output), utf8(input))) {
     throw Fault{QStringLiteral("%1 is read, so it cannot be written too.").arg(output)};
   }
+}
+
+// The files that are read for a subject: itself, or those of a folder.
+QStringList filesOf(const QString &subject, const record::Record &record) {
+  if (!QFileInfo(subject).isDir()) {
+    return {subject};
+  }
+  QStringList names;
+  for (const record::File &file : record.files) {
+    names << QString::fromStdString(pathOfFile(utf8(file.name), pathOf(subject)).string());
+  }
+  const fs::path beside = record::importFileOf(pathOf(subject)).parent_path();
+  return names << QString::fromStdString((beside / "plan" / "plan.json").string());
 }
 
 // The file of a study that the subject names or holds; empty where it is none.
@@ -136,13 +149,19 @@ void makeOfStudy(const StudyRecord &study, const Request &request, const QString
 void makeOfRun(const Request &request, const QString &subject, const QString &version,
                std::ostream &out) {
   const QString output = request.output.isEmpty() ? defaultOutput(subject) : request.output;
-  refuseToOverwrite(output, subject);
-  refuseToOverwrite(output, request.with);
-  refuseToOverwrite(output, request.plan);
   const record::Record record = load(subject, request.plan, version);
+  QStringList inputs = filesOf(subject, record) << request.plan;
   std::optional<record::Record> other;
   if (!request.with.isEmpty()) {
     other = load(request.with, QString(), version);
+    inputs << filesOf(request.with, *other);
+  }
+  for (const QString &input : inputs) {
+    refuseToOverwrite(output, input);
+    refuseToOverwrite(request.record, input);
+  }
+  if (!request.record.isEmpty() && areOneFile(utf8(request.record), utf8(output))) {
+    throw Fault{QStringLiteral("%1 cannot be the page and the record.").arg(output)};
   }
   const PageOptions options{request.usedOnly, other ? &*other : nullptr};
   write(output, page(record, options));
