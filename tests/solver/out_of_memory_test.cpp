@@ -99,13 +99,18 @@ int solve(CPXENVptr env, CPXLPptr lp) {
   return CPXgetstat(env, lp) == 1 ? 0 : 2;
 }
 
+// A failed load leaves nothing to solve, and says so.
+int solveUnloaded(CPXENVptr env, CPXLPptr lp) {
+  return CPXprimopt(env, lp) != 0 ? 1 : 2;
+}
+
 int runIn(CPXENVptr env, const PreparedRun &run) {
   CPXLPptr lp = CPXcreateprob(env, nullptr, "selectPatterns");
   if (lp == nullptr) {
     return 1;
   }
   if (run.master.load(env, lp) != 0) {
-    return 1;
+    return solveUnloaded(env, lp);
   }
   int worst = solve(env, lp);
   const Columns &batch = run.batch;
@@ -118,7 +123,7 @@ int runIn(CPXENVptr env, const PreparedRun &run) {
   for (int period = 0; period < 2; ++period) {
     CPXLPptr finalLp = CPXcreateprob(env, nullptr, "selectPatterns");
     const bool loaded = finalLp != nullptr && run.finalLp.load(env, finalLp) == 0;
-    worst = std::max(worst, loaded ? solve(env, finalLp) : 1);
+    worst = std::max(worst, loaded ? solve(env, finalLp) : solveUnloaded(env, finalLp));
     CPXfreeprob(env, &finalLp);
   }
   return worst;
