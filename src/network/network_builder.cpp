@@ -386,7 +386,7 @@ void NetworkBuilder::set(Series &series, Index period, double value, Index node,
   Datum &datum = series[period];
   if (datum.line != 0 && datum.value != value) {
     const std::string &name = network_.nodes[node].name;
-    replaced_.add(attribute == std::string_view("delay") ? "delay-differs" : "value-replaced", node,
+    replaced_.add(attribute == std::string_view("delay") ? kDelayDiffers : "value-replaced", node,
                   "the " + std::string(attribute) + " of " + quote(name),
                   {line_, value, datum.line, datum.value, network_.periods[period]});
   }

@@ -24,6 +24,9 @@ enum class Fault {
   kArcEnd,      // an arc to or from a node without its commodity
 };
 
+// The kind of warnings that mills differ in the transit time of a mode.
+inline constexpr const char *kDelayDiffers = "delay-differs";
+
 // A file that cannot be planned: the line (0 when it belongs to none) and why, as one sentence.
 class Refused : public std::runtime_error {
  public:

@@ -10,12 +10,14 @@
 #include "plan/figures.h"
 #include "plan/network_pricing.h"
 #include "plan/two_steps.h"
+#include "plan/unmet_reasons.h"
 
 namespace corvane::plan {
 
 namespace {
 
 constexpr std::size_t kMostDays = 3;
+constexpr std::size_t kMostOrders = 2;
 // Of the cost.
 constexpr double kWorthTelling = 1e-4;
 // Rolls; less is what solvers leave.
@@ -56,6 +58,37 @@ std::vector<Day> worthyDays(const LinearOptimum &optimum) {
   return days;
 }
 
+// The largest orders of which rolls are short that the machine could make in the period.
+std::string shortOrders(const LinearOptimum &optimum, const Day &day) {
+  struct Short {
+    double rolls = 0.0;
+    const ColumnRole *order = nullptr;
+  };
+  std::vector<Short> orders;
+  for (const int column : optimum.lp.unmetColumns()) {
+    const ColumnRole &role = optimum.lp.column(column);
+    const double rolls = optimum.solution.primal[static_cast<std::size_t>(column)];
+    if (rolls <= kLeastRolls) {
+      continue;
+    }
+    const std::vector<MachineTime> makers =
+        possibleMakers(optimum.problem, optimum.problem.orders[role.what], role.period);
+    if (std::binary_search(makers.begin(), makers.end(), MachineTime{day.machine, day.period})) {
+      orders.push_back({rolls, &role});
+    }
+  }
+  std::stable_sort(orders.begin(), orders.end(), [](const Short &a, const Short &b) {
+    return std::round(a.rolls * 1e6) > std::round(b.rolls * 1e6);
+  });
+  std::string text;
+  for (std::size_t at = 0; at < std::min(orders.size(), kMostOrders); ++at) {
+    const ColumnRole &order = *orders[at].order;
+    text += (at == 0 ? ", such as those of " : " and ") + optimum.problem.orders[order.what].name +
+            " in " + optimum.problem.periods[order.period];
+  }
+  return text;
+}
+
 std::string savedText(double saved, double cost) {
   return "saves " + grouped(saved) + (cost > 0.0 ? ", " + percent(saved, cost, 2) : "");
 }
@@ -70,6 +103,17 @@ std::string gainText(const LinearOptimum &optimum, const Totals &other) {
            " instead of " + grouped(cost);
   }
   return rolls > -kLeastRolls && saved > worthTelling(optimum) ? savedText(saved, cost) : "";
+}
+
+// What each mill's own transit time would make of the plan, better or worse.
+std::string differenceText(const Totals &plan, const std::optional<Totals> &byMill) {
+  if (!byMill || (std::fabs(byMill->unmetRolls - plan.unmetRolls) <= kLeastRolls &&
+                  std::fabs(byMill->cost.total() - plan.cost.total()) < 1.0)) {
+    return "with each mill's own (--delays by-mill) the plan would be no other";
+  }
+  return "with each mill's own (--delays by-mill) " + count(byMill->unmetRolls) +
+         " rolls would stay unmet instead of " + count(plan.unmetRolls) + ", at a cost of " +
+         grouped(byMill->cost.total()) + " instead of " + grouped(plan.cost.total());
 }
 
 // The totals of the plan under other options; nothing where they leave the programme as it is.
@@ -102,39 +146,57 @@ std::vector<Advice> adviseDays(const LinearOptimum &optimum) {
     advice.push_back(
         {"machine-day", "a day more of " + optimum.problem.machines[day.machine].name + " in " +
                             optimum.problem.periods[day.period] +
-                            (day.rolls > 0.0 ? " delivers up to " + count(day.rolls) + " rolls more"
+                            (day.rolls > 0.0 ? " delivers up to " + count(day.rolls) +
+                                                   " rolls more" + shortOrders(optimum, day)
                                              : " saves up to " + grouped(day.money))});
   }
   return advice;
 }
 
-std::vector<Advice> adviseWhatIfs(const LinearOptimum &optimum, double timeLimit) {
+WhatIfs solveWhatIfs(const LinearOptimum &optimum, double timeLimit) {
   ProblemOptions stock = optimum.problem.options;
   stock.freeStock = true;
   ProblemOptions delays = optimum.problem.options;
   delays.delaysByMill = true;
+  return {totalsOf(optimum, stock, timeLimit), totalsOf(optimum, delays, timeLimit)};
+}
+
+std::vector<Advice> adviseWhatIfs(const LinearOptimum &optimum, const WhatIfs &whatIfs) {
   std::vector<Advice> advice;
-  for (const auto &[options, kind, head] :
-       {std::tuple(stock, "stock", "stock at the cutters (--storage inf) "),
-        std::tuple(delays, "delays-by-mill", "each mill's own transit time (--delays by-mill) ")}) {
-    if (const std::optional<Totals> other = totalsOf(optimum, options, timeLimit)) {
-      if (const std::string gain = gainText(optimum, *other); !gain.empty()) {
-        advice.push_back({kind, head + gain});
-      }
+  for (const auto &[totals, kind, head] :
+       {std::tuple(whatIfs.stock, "stock", "stock at the cutters (--storage inf) "),
+        std::tuple(whatIfs.delaysByMill, "delays-by-mill",
+                   "each mill's own transit time (--delays by-mill) ")}) {
+    if (const std::string gain = totals ? gainText(optimum, *totals) : ""; !gain.empty()) {
+      advice.push_back({kind, head + gain});
     }
   }
   return advice;
 }
 
+std::optional<network::Warning> warnOfDelays(const LinearOptimum &optimum,
+                                             const std::optional<WhatIfs> &whatIfs) {
+  const std::vector<network::Warning> &warnings = optimum.network.warnings;
+  const bool differs = std::any_of(
+      warnings.begin(), warnings.end(),
+      [](const network::Warning &warning) { return warning.kind == network::kDelayDiffers; });
+  if (!differs || optimum.problem.options.delaysByMill) {
+    return std::nullopt;
+  }
+  const std::string head = "mills differ in transit time, and the file has one for all: ";
+  return network::Warning{
+      0, network::kDelayDiffers,
+      head + (whatIfs ? differenceText(optimum.totals, whatIfs->delaysByMill)
+                      : "--delays by-mill tells what the plan would be with each mill's own")};
+}
+
 std::vector<Advice> advisePatterns(const LinearOptimum &optimum, int limit) {
   const bool isShort = !optimum.unmetDual.empty();
-  LinearSolution duals = optimum.solution;
-  if (isShort) {
-    duals.dual = optimum.unmetDual;
-  }
-  const PricingRound round = pricePatterns(optimum.network, optimum.problem, optimum.lp, duals,
-                                           cutterMenus(optimum.network, optimum.problem), limit,
-                                           isShort ? PlanStep::kUnmet : PlanStep::kCost);
+  const std::vector<CutterMenu> menus = cutterMenus(optimum.network, optimum.problem);
+  const PricingRound round =
+      pricePatterns({optimum.network, optimum.problem, optimum.lp, menus, limit},
+                    isShort ? optimum.unmetDual : optimum.solution.dual,
+                    isShort ? PlanStep::kUnmet : PlanStep::kCost, 1);
   const auto best = std::min_element(
       round.patterns.begin(), round.patterns.end(),
       [](const PricedPattern &a, const PricedPattern &b) { return a.reducedCost < b.reducedCost; });

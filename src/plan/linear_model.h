@@ -36,6 +36,8 @@ struct LinearModel {
   int addColumn(double columnCost, double low, double high, std::span<const Entry> entries);
 };
 
+enum class Method { kDual, kPrimal, kBarrier };
+
 enum class Status { kOptimal, kInfeasible, kUnbounded, kStopped };
 
 struct LinearSolution {
@@ -45,6 +47,7 @@ struct LinearSolution {
   std::vector<double> dual;         // by row: what one more of the right-hand side costs
   std::vector<double> reducedCost;  // by column
   int iterations = 0;
+  Method method = Method::kDual;  // the one that ended the solve
 };
 
 }  // namespace corvane::plan

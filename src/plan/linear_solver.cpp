@@ -14,6 +14,7 @@
 #include <ClpSolve.hpp>
 #include <CoinError.hpp>
 #include <CoinPackedMatrix.hpp>
+#include <CoinTime.hpp>
 #pragma GCC diagnostic pop
 
 #include <algorithm>
@@ -22,6 +23,9 @@
 namespace corvane::plan {
 
 namespace {
+
+// Beside the solver's tolerance.
+constexpr double kPolished = 0.01;
 
 // CLP's own infinity is the largest double.
 double bound(double value) {
@@ -54,6 +58,52 @@ LinearSolution nothingToSolve(const ClpSimplex &simplex) {
 struct LinearSolver::Clp {
   ClpSimplex simplex;
   bool solved = false;
+
+  bool isTimeLeft() const {
+    return simplex.maximumSeconds() < 0.0 || CoinCpuTime() < simplex.maximumSeconds();
+  }
+
+  void solveFromScratch(Method method) {
+    ClpSolve options;
+    options.setPresolveType(ClpSolve::presolveOn);
+    options.setSolveType(method == Method::kDual     ? ClpSolve::useDual
+                         : method == Method::kPrimal ? ClpSolve::usePrimal
+                                                     : ClpSolve::useBarrier);
+    simplex.initialSolve(options);
+  }
+
+  LinearSolution solution(Method method) {
+    solved = true;
+    LinearSolution solution;
+    const int status = simplex.status();
+    solution.status = status == 0   ? Status::kOptimal
+                      : status == 1 ? Status::kInfeasible
+                      : status == 2 ? Status::kUnbounded
+                                    : Status::kStopped;
+    solution.objective = simplex.objectiveValue();
+    solution.primal = copy(simplex.primalColumnSolution(), simplex.numberColumns());
+    solution.dual = copy(simplex.dualRowSolution(), simplex.numberRows());
+    solution.reducedCost = copy(simplex.dualColumnSolution(), simplex.numberColumns());
+    solution.iterations = simplex.numberIterations();
+    solution.method = method;
+    return solution;
+  }
+
+  // The most by which a column misses its bounds or a row its own.
+  double violation() const {
+    double most = 0.0;
+    const auto note = [&most](double value, double low, double high) {
+      most = std::max({most, low - value, value - high});
+    };
+    for (int column = 0; column < simplex.numberColumns(); ++column) {
+      note(simplex.primalColumnSolution()[column], simplex.columnLower()[column],
+           simplex.columnUpper()[column]);
+    }
+    for (int row = 0; row < simplex.numberRows(); ++row) {
+      note(simplex.primalRowSolution()[row], simplex.rowLower()[row], simplex.rowUpper()[row]);
+    }
+    return most;
+  }
 };
 
 LinearSolver::LinearSolver(const LinearModel &model) : clp_(std::make_unique<Clp>()) {
@@ -111,33 +161,43 @@ LinearSolution LinearSolver::solve(Method method) {
   if (simplex.numberColumns() == 0) {
     return nothingToSolve(simplex);
   }
-  if (clp_->solved && method != Method::kBarrier) {
-    if (method == Method::kDual) {
-      simplex.dual();
-    } else {
-      simplex.primal(1);
-    }
+  if (clp_->solved && method == Method::kDual) {
+    simplex.dual();
+  } else if (clp_->solved && method == Method::kPrimal) {
+    simplex.primal(1);
   } else {
-    ClpSolve options;
-    options.setPresolveType(ClpSolve::presolveOn);
-    options.setSolveType(method == Method::kDual     ? ClpSolve::useDual
-                         : method == Method::kPrimal ? ClpSolve::usePrimal
-                                                     : ClpSolve::useBarrier);
-    simplex.initialSolve(options);
+    clp_->solveFromScratch(method);
   }
-  clp_->solved = true;
-  LinearSolution solution;
-  const int status = simplex.status();
-  solution.status = status == 0   ? Status::kOptimal
-                    : status == 1 ? Status::kInfeasible
-                    : status == 2 ? Status::kUnbounded
-                                  : Status::kStopped;
-  solution.objective = simplex.objectiveValue();
-  solution.primal = copy(simplex.primalColumnSolution(), simplex.numberColumns());
-  solution.dual = copy(simplex.dualRowSolution(), simplex.numberRows());
-  solution.reducedCost = copy(simplex.dualColumnSolution(), simplex.numberColumns());
-  solution.iterations = simplex.numberIterations();
-  return solution;
+  return clp_->solution(method);
+}
+
+LinearSolution LinearSolver::solveAfresh(int dualPivotsARow) {
+  ClpSimplex &simplex = clp_->simplex;
+  if (simplex.numberColumns() == 0) {
+    return nothingToSolve(simplex);
+  }
+  const int most = simplex.maximumIterations();
+  simplex.setMaximumIterations(dualPivotsARow * simplex.numberRows());
+  clp_->solveFromScratch(Method::kDual);
+  simplex.setMaximumIterations(most);
+  constexpr int kStopped = 3;
+  if (simplex.status() != kStopped || !clp_->isTimeLeft()) {
+    return clp_->solution(Method::kDual);
+  }
+  clp_->solveFromScratch(Method::kBarrier);
+  return clp_->solution(Method::kBarrier);
+}
+
+LinearSolution LinearSolver::polish(const LinearSolution &solution) {
+  ClpSimplex &simplex = clp_->simplex;
+  const double tolerance = simplex.primalTolerance();
+  if (simplex.numberColumns() == 0 || clp_->violation() <= kPolished * tolerance) {
+    return solution;
+  }
+  simplex.setPrimalTolerance(kPolished * tolerance);
+  LinearSolution polished = solve(Method::kPrimal);
+  simplex.setPrimalTolerance(tolerance);
+  return polished.status == Status::kOptimal ? polished : solution;
 }
 
 bool LinearSolver::writeMps(const std::string &path, const std::vector<std::string> &columnNames,

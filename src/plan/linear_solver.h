@@ -9,7 +9,11 @@
 
 namespace corvane::plan {
 
-enum class Method { kDual, kPrimal, kBarrier };
+// Pivots of the dual simplex, for each row, after which the barrier takes over. Where machines are
+// full and patterns hold many rolls the dual simplex pivots on and on: of linear programmes that
+// took it 2 to 4 pivots a row the barrier took up to six times as long, of those that took it 12 or
+// 14 an eighth and two fifths (docs/performance.md).
+inline constexpr int kDualPivotsARow = 5;
 
 // CLP with one model in it, kept warm between calls. The same calls give the same numbers.
 class LinearSolver {
@@ -31,6 +35,14 @@ class LinearSolver {
 
   // Solves from the basis that there is. The barrier starts afresh, and crosses over to a vertex.
   LinearSolution solve(Method method);
+
+  // Solves afresh, whatever the basis: by the dual simplex, and by the barrier where that has not
+  // ended after so many pivots a row.
+  LinearSolution solveAfresh(int dualPivotsARow = kDualPivotsARow);
+
+  // The solution held to a hundredth of the solver's tolerance, where it leaves more of a bound or
+  // a row than that. REQUIRES an optimal solve before; as it was where it cannot be had.
+  LinearSolution polish(const LinearSolution &solution);
 
   // Writes the model as it stands as MPS, with names for the columns; `whole` are those that must
   // be whole. False when the file cannot be written.

@@ -20,17 +20,43 @@ struct ReelPrice {
   double machineDual = 0;  // a reel
 };
 
+class ReelPrices {
+ public:
+  ReelPrices(const PricingBase &base, const std::vector<double> &duals, PlanStep step)
+      : base_(base), duals_(duals), step_(step) {}
+
+  double store(Index store, std::size_t period) const {
+    return dual(base_.lp.storeRow(store, period));
+  }
+
+  ReelPrice of(const Cutter &cutter, std::size_t period) const {
+    ReelPrice price;
+    price.machineDual = dual(base_.lp.machineRow(cutter.machine, period)) / cutter.capacity;
+    if (step_ == PlanStep::kCost) {
+      const double day = base_.network.arcCost(cutter.timeArc, period) +
+                         base_.problem.machines[cutter.machine].dayCost[period];
+      price.base = cutter.feedCost[period] + day / cutter.capacity;
+      price.waste = cutter.wasteCost[period];
+    }
+    return price;
+  }
+
+ private:
+  double dual(int row) const { return row < 0 ? 0 : duals_[static_cast<std::size_t>(row)]; }
+
+  const PricingBase &base_;
+  const std::vector<double> &duals_;
+  PlanStep step_;
+};
+
 class Pricing {
  public:
-  Pricing(const Network &network, const PlanProblem &problem, const CompactLp &lp,
-          const LinearSolution &solution, int limit, PlanStep step)
-      : network_(network),
-        problem_(problem),
-        lp_(lp),
-        solution_(solution),
-        limit_(limit),
-        step_(step),
-        gains_(problem.machines.size() * problem.periodCount(), 0.0) {}
+  Pricing(const PricingBase &base, const std::vector<double> &duals, PlanStep step, int disjoint)
+      : problem_(base.problem),
+        prices_(base, duals, step),
+        limit_(base.limit),
+        disjoint_(disjoint),
+        gains_(problem_.machines.size() * problem_.periodCount(), 0.0) {}
 
   void price(const CutterMenu &menu) {
     for (std::size_t period = 0; period < problem_.periodCount(); ++period) {
@@ -50,36 +76,26 @@ class Pricing {
   }
 
  private:
-  double dual(int row) const { return row < 0 ? 0 : solution_.dual[static_cast<std::size_t>(row)]; }
-
-  ReelPrice reelPrice(const Cutter &cutter, std::size_t period) const {
-    ReelPrice price;
-    price.machineDual = dual(lp_.machineRow(cutter.machine, period)) / cutter.capacity;
-    if (step_ == PlanStep::kCost) {
-      const double day = network_.arcCost(cutter.timeArc, period) +
-                         problem_.machines[cutter.machine].dayCost[period];
-      price.base = cutter.feedCost[period] + day / cutter.capacity;
-      price.waste = cutter.wasteCost[period];
-    }
-    return price;
-  }
-
   void price(const CutterMenu &menu, std::size_t period) {
     const Cutter &cutter = problem_.cutters[menu.cutter];
-    const ReelPrice price = reelPrice(cutter, period);
+    const ReelPrice price = prices_.of(cutter, period);
     std::vector<Roll> rolls;
     for (const MenuEntry &entry : menu.entries) {
       rolls.push_back(
-          {entry.width, dual(lp_.storeRow(entry.store, period)) + price.waste * entry.width});
+          {entry.width, prices_.store(entry.store, period) + price.waste * entry.width});
     }
     const double reel = price.base + price.waste * menu.deckle - price.machineDual;
-    const std::optional<Cut> cut = bestCut(rolls, menu.deckle, limit_, reel);
+    std::optional<Cut> cut = bestCut(rolls, menu.deckle, limit_, reel);
     // Where waste is gain, a reel that is nothing but waste bounds those that are not looked for.
     const double gain = cut ? cut->value - reel : std::max(0.0, -reel);
     double &most = gains_[cutter.machine * problem_.periodCount() + period];
     most = std::max(most, gain * cutter.capacity);
-    if (cut) {
-      take(menu, *cut, gain);
+    for (int more = disjoint_ - 1; cut; --more) {
+      take(menu, *cut, cut->value - reel);
+      for (const std::size_t roll : cut->rolls) {
+        rolls[roll].value = 0;
+      }
+      cut = more > 0 ? bestCut(rolls, menu.deckle, limit_, reel) : std::nullopt;
     }
   }
 
@@ -113,12 +129,10 @@ class Pricing {
     return pattern;
   }
 
-  const Network &network_;
   const PlanProblem &problem_;
-  const CompactLp &lp_;
-  const LinearSolution &solution_;
+  ReelPrices prices_;
   int limit_;
-  PlanStep step_;
+  int disjoint_;
   std::vector<double> gains_;  // money a day, by machine and period
   std::map<std::pair<Index, std::vector<std::size_t>>, std::size_t> places_;
   PricingRound round_;
@@ -126,11 +140,10 @@ class Pricing {
 
 }  // namespace
 
-PricingRound pricePatterns(const Network &network, const PlanProblem &problem, const CompactLp &lp,
-                           const LinearSolution &solution, const std::vector<CutterMenu> &menus,
-                           int limit, PlanStep step) {
-  Pricing pricing(network, problem, lp, solution, limit, step);
-  for (const CutterMenu &menu : menus) {
+PricingRound pricePatterns(const PricingBase &base, const std::vector<double> &duals, PlanStep step,
+                           int disjoint) {
+  Pricing pricing(base, duals, step, disjoint);
+  for (const CutterMenu &menu : base.menus) {
     pricing.price(menu);
   }
   return pricing.round();

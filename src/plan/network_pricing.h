@@ -29,7 +29,8 @@ struct PricedPattern {
 };
 
 struct PricingRound {
-  // Those that improve the LP: of every cutter and period the best, each once.
+  // Those that improve the LP: of every cutter and period the best and the others asked for, each
+  // once.
   std::vector<PricedPattern> patterns;
   // What the optimum may at most fall by, whatever patterns are added: the Lagrangian bound of the
   // machine rows. No machine runs for longer than its days, and every day is worth no more than
@@ -37,10 +38,22 @@ struct PricingRound {
   double mostGain = 0;
 };
 
-// The best patterns under the duals of a solution of the LP. `limit`: rolls in a pattern.
-PricingRound pricePatterns(const Network &network, const PlanProblem &problem, const CompactLp &lp,
-                           const LinearSolution &solution, const std::vector<CutterMenu> &menus,
-                           int limit, PlanStep step);
+// Patterns are priced on these.
+struct PricingBase {
+  const Network &network;
+  const PlanProblem &problem;
+  const CompactLp &lp;
+  const std::vector<CutterMenu> &menus;
+  int limit = 0;  // rolls in a pattern
+};
+
+// The best patterns under dual values of the LP's rows. `disjoint`: how many patterns are looked
+// for of each cutter and period; each after the first is the best without the widths of those
+// before it, so that they serve other orders together (A. Ghoniem and H. Sherali, "Complementary
+// column generation and bounding approaches for set partitioning formulations", Optimization
+// Letters 3, 2009).
+PricingRound pricePatterns(const PricingBase &base, const std::vector<double> &duals, PlanStep step,
+                           int disjoint);
 
 // The trim of a pattern as an import file would tell it: six digits of it, and none where it is the
 // noise of subtractions. Inches.

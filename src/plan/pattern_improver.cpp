@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <limits>
 #include <map>
 #include <set>
 #include <utility>
@@ -18,6 +19,8 @@ namespace {
 
 // Unmet demand below this is none, rolls.
 constexpr double kNoUnmet = 1e-6;
+// Patterns of a cutter and period in a round.
+constexpr int kDisjoint = 8;
 // What the bound may leave open of a cost, relative, once no pattern improves.
 constexpr double kOpen = 1e-6;
 
@@ -57,6 +60,8 @@ class Improver {
   }
 
   ImproveReport run() {
+    startSum();
+    generate();
     startUnmetStep();
     if (!generate()) {
       return report_;
@@ -67,22 +72,36 @@ class Improver {
   }
 
  private:
-  void startUnmetStep() {
-    step_ = PlanStep::kUnmet;
+  enum class Phase { kSum, kUnmet, kCost };
+
+  void setCosts(double costs, double shortage) {
     for (int column = 0; column < lp_.model().columns(); ++column) {
-      solver_.setCost(column, 0);
+      solver_.setCost(column, costs * lp_.model().cost[static_cast<std::size_t>(column)]);
     }
     for (const int column : lp_.unmetColumns()) {
-      solver_.setCost(column, lp_.unmetWeight(problem_, column));
+      solver_.setCost(column, shortage * lp_.unmetWeight(problem_, column));
     }
+  }
+
+  // Patterns are sought for both at once, as one sum: of the least unmet demand and the least cost
+  // alike it has nearly all.
+  void startSum() {
+    phase_ = Phase::kSum;
+    setCosts(1.0, problem_.highestUndercost);
+  }
+
+  void startUnmetStep() {
+    phase_ = Phase::kUnmet;
+    bound_ = -kInfinite;
+    report_.cost = std::numeric_limits<double>::quiet_NaN();
+    setCosts(0.0, 1.0);
   }
 
   // Unmet demand stays at its least from now on.
   void startCostStep() {
-    step_ = PlanStep::kCost;
-    for (int column = 0; column < lp_.model().columns(); ++column) {
-      solver_.setCost(column, lp_.model().cost[static_cast<std::size_t>(column)]);
-    }
+    phase_ = Phase::kCost;
+    bound_ = -kInfinite;
+    setCosts(1.0, 0.0);
     if (report_.unmet <= kNoUnmet) {
       for (const int column : lp_.unmetColumns()) {
         solver_.setColumnBounds(column, 0, 0);
@@ -96,16 +115,16 @@ class Improver {
     solver_.addRow(-kInfinite, report_.unmet * (1 + 1e-9), lp_.unmetColumns(), weights);
   }
 
-  // Rounds of one step. False when time or the solver ended it.
+  // Rounds of one phase. False when time or the solver ended it.
   bool generate() {
-    LinearSolution solution = solver_.solve(Method::kDual);
+    LinearSolution solution =
+        phase_ == Phase::kSum ? solver_.solveAfresh() : solver_.solve(Method::kPrimal);
     while (true) {
       if (solution.status != Status::kOptimal) {
         return false;
       }
-      const PricingRound round = price(solution);
-      note(solution.objective, solution.objective - round.mostGain);
-      const std::vector<NewPattern> patterns = newOnes(round);
+      const std::vector<NewPattern> patterns = price(solution);
+      progress_(report_);
       if (patterns.empty() || isClosed()) {
         return true;
       }
@@ -117,53 +136,68 @@ class Improver {
     }
   }
 
-  PricingRound price(const LinearSolution &solution) {
+  PlanStep step() const { return phase_ == Phase::kUnmet ? PlanStep::kUnmet : PlanStep::kCost; }
+
+  // The patterns of a round that are not there yet. Pricing knows trim to more digits than a file
+  // has, so it may go on to ask for a pattern that costs a little more than it thinks.
+  std::vector<NewPattern> price(const LinearSolution &solution) {
     ++report_.rounds;
-    if (step_ == PlanStep::kUnmet && solution.objective <= kNoUnmet) {
-      return {};
+    if (phase_ == Phase::kSum) {
+      noteSum(solution);
     }
-    return pricePatterns(network_, problem_, lp_, solution, menus_, options_.limit, step_);
-  }
-
-  void note(double objective, double bound) {
-    const bool isCost = step_ == PlanStep::kCost;
-    double &first = isCost ? report_.firstCost : report_.firstUnmet;
-    first = std::isnan(first) ? objective : first;
-    (isCost ? report_.cost : report_.unmet) = objective;
-    double &best = isCost ? report_.costBound : report_.unmetBound;
-    best = std::max(best, bound);
-    progress_(report_);
-  }
-
-  // True when the bound has met the objective.
-  bool isClosed() const {
-    const bool isCost = step_ == PlanStep::kCost;
-    const double value = isCost ? report_.cost : report_.unmet;
-    const double bound = isCost ? report_.costBound : report_.unmetBound;
-    return value - bound <= kOpen * 1e-3 * std::fabs(value);
-  }
-
-  // Those that are not there yet. Pricing knows trim to more digits than a file has, so it may go
-  // on to ask for a pattern that costs a little more than it thinks.
-  std::vector<NewPattern> newOnes(const PricingRound &round) {
+    PricingRound round;
+    if (phase_ != Phase::kUnmet || solution.objective > kNoUnmet) {
+      round = pricePatterns({network_, problem_, lp_, menus_, options_.limit}, solution.dual,
+                            step(), kDisjoint);
+    }
+    note(solution.objective, solution.objective - round.mostGain);
     std::vector<NewPattern> patterns;
     for (const PricedPattern &priced : round.patterns) {
-      if (known_.insert(keyOf(priced.pattern)).second) {
+      if (!known_.contains(keyOf(priced.pattern))) {
         patterns.push_back(priced.pattern);
       }
     }
     return patterns;
   }
 
+  // The two parts of the sum, which are not bounds of anything.
+  void noteSum(const LinearSolution &solution) {
+    report_.unmet = 0;
+    for (const int column : lp_.unmetColumns()) {
+      report_.unmet +=
+          lp_.unmetWeight(problem_, column) * solution.primal[static_cast<std::size_t>(column)];
+    }
+    report_.cost = solution.objective - problem_.highestUndercost * report_.unmet;
+    if (std::isnan(report_.firstCost)) {
+      report_.firstUnmet = report_.unmet;
+      report_.firstCost = report_.cost;
+    }
+  }
+
+  void note(double objective, double bound) {
+    value_ = objective;
+    bound_ = std::max(bound_, bound);
+    if (phase_ == Phase::kUnmet) {
+      report_.unmet = objective;
+      report_.unmetBound = std::max(report_.unmetBound, bound);
+    } else if (phase_ == Phase::kCost) {
+      report_.cost = objective;
+      report_.costBound = std::max(report_.costBound, bound);
+    }
+  }
+
+  // True when the bound has met the objective.
+  bool isClosed() const { return value_ - bound_ <= kOpen * 1e-3 * std::fabs(value_); }
+
   void add(const std::vector<NewPattern> &patterns) {
     const int before = lp_.model().columns();
     for (const NewPattern &pattern : patterns) {
+      known_.insert(keyOf(pattern));
       lp_.addPattern(problem_, addPattern(network_, problem_, pattern));
       ++report_.patterns;
     }
     solver_.addColumns(lp_.model(), before);
-    for (int column = before; step_ == PlanStep::kUnmet && column < lp_.model().columns();
-         ++column) {
+    for (int column = before; phase_ == Phase::kUnmet && column < lp_.model().columns(); ++column) {
       solver_.setCost(column, 0);
     }
   }
@@ -180,7 +214,9 @@ class Improver {
   CompactLp lp_;
   LinearSolver solver_;
   std::set<PatternKey> known_;
-  PlanStep step_ = PlanStep::kUnmet;
+  Phase phase_ = Phase::kSum;
+  double value_ = 0;
+  double bound_ = -kInfinite;  // the best of the phase
   ImproveReport report_;
   std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
 };

@@ -18,7 +18,9 @@ namespace corvane::plan {
 // then for the least cost at that. In each step its duals price new patterns for every cutter and
 // period, exactly; the best ones go in, until none improves. Then no pattern of at most `limit`
 // rolls on these deckles can lessen unmet demand, and at the least of it none can make the plan
-// cheaper.
+// cheaper. Before these two steps patterns are generated in the same way for unmet demand and cost
+// as one sum, by the file's undercost: that finds nearly all that either step needs, where unmet
+// demand alone asks for patterns that are too dear.
 
 struct ImproveOptions {
   int limit = 5;       // rolls in a pattern
@@ -30,6 +32,7 @@ struct ImproveReport {
   int patterns = 0;  // that were added
   // Rolls, weighted by undercost in units of the highest one, within reach; and money. Not a number
   // until they are known: those at the start, those reached, and what no patterns can go below.
+  // Where time ends the search for the least unmet demand the cost is not a number.
   double firstUnmet = std::numeric_limits<double>::quiet_NaN();
   double firstCost = std::numeric_limits<double>::quiet_NaN();
   double unmet = std::numeric_limits<double>::quiet_NaN();

@@ -104,8 +104,7 @@ class PlanRun {
     const Totals bound = sumUp(network_, problem_, linear);
     solved.lpUnmet = bound.unmetRolls;
     solved.lpCost = bound.cost.total();
-    std::vector<Advice> advice =
-        advise({network_, problem_, lp, solution, steps.unmetDual(), bound});
+    Told told = advise({network_, problem_, lp, solution, steps.unmetDual(), bound});
     if (isWhole() && !makeWhole(lp, solution, solved)) {
       err_ << "corvane-plan: no plan of whole reels was found within the time given.\n";
       return kNoPlan;
@@ -115,27 +114,38 @@ class PlanRun {
     if (solved.wholeReels && solved.lpCost > 0.0) {
       record.solver.gapToLp = record.totals.cost.total() / solved.lpCost - 1.0;
     }
-    record.advice = std::move(advice);
+    record.advice = std::move(told.advice);
+    if (told.delays) {
+      record.warnings.insert(record.warnings.begin(), *told.delays);
+    }
     lap("check");
     const int status = tell(record);
     return status == 0 ? tellImproved(linear, record.plan) : status;
   }
 
+  struct Told {
+    std::vector<Advice> advice;
+    std::optional<network::Warning> delays;
+  };
+
   // Only days come for nothing; nobody waits for the rest who does not read it.
-  std::vector<Advice> advise(const LinearOptimum &optimum) {
-    std::vector<Advice> advice = adviseDays(optimum);
-    if (!request_.quiet && optimum.lp.model().rows() <= kMostAdviceRows) {
+  Told advise(const LinearOptimum &optimum) {
+    Told told{adviseDays(optimum), {}};
+    std::optional<WhatIfs> whatIfs;
+    if (!request_.quiet && optimum.lp.model().rows() <= request_.mostAdviceRows) {
       progress_.show([] { return std::string("Looking for what else would pay"); });
+      whatIfs = solveWhatIfs(optimum, request_.timeLimit);
       for (const std::vector<Advice> &more :
-           {adviseWhatIfs(optimum, request_.timeLimit),
+           {adviseWhatIfs(optimum, *whatIfs),
             request_.improve ? std::vector<Advice>()
                              : advisePatterns(optimum, rollsInPattern(request_.mill, problem_))}) {
-        advice.insert(advice.end(), more.begin(), more.end());
+        told.advice.insert(told.advice.end(), more.begin(), more.end());
       }
       progress_.finish();
     }
+    told.delays = warnOfDelays(optimum, whatIfs);
     lap("advice");
-    return advice;
+    return told;
   }
 
   // A file with batches asks for whole reels.

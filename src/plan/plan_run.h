@@ -25,6 +25,9 @@ struct PlanRequest {
   std::string mpsFile;      // empty: none
   bool quiet = false;       // no screen and no warnings
   bool timings = false;     // seconds in the record
+  // The largest linear programme, in rows, beside which others are solved or patterns are priced
+  // for advice: planners wait for no longer than about twice the time of the plan.
+  int mostAdviceRows = 5000;
 };
 
 // Reads, plans, checks and writes. Returns the exit status: 0 with a plan, 1 without one. Throws

@@ -17,26 +17,28 @@ constexpr double kWeightScale = 1000.0;
 
 TwoSteps::TwoSteps(const PlanProblem &problem, const CompactLp &lp, LinearSolver &solver,
                    const SolveOptions &options)
-    : problem_(problem), lp_(lp), solver_(solver), method_(options.method.value_or(Method::kDual)) {
+    : problem_(problem), lp_(lp), solver_(solver), method_(options.method) {
   solver_.setTimeLimit(options.timeLimit);
 }
 
 LinearSolution TwoSteps::solve() {
-  boundUnmet(true);
-  LinearSolution solution = solver_.solve(method_);
-  if (solution.status != Status::kInfeasible) {
-    return solution;
+  boundUnmet(false);
+  setCosts(1.0, problem_.highestUndercost);
+  LinearSolution solution = method_ ? solver_.solve(*method_) : solver_.solveAfresh();
+  if (solution.status == Status::kOptimal && !isNothing(unmetOf(solution))) {
+    solution = firstStep();
   }
-  solution = firstStep();
-  return solution.status == Status::kOptimal ? secondStep(solution) : solution;
+  if (solution.status == Status::kOptimal) {
+    solution = secondStep(solution);
+  }
+  return solution.status == Status::kOptimal ? solver_.polish(solution) : solution;
 }
 
 LinearSolution TwoSteps::firstStep() {
-  boundUnmet(false);
-  setCosts(true);
+  setCosts(0.0, kWeightScale);
   LinearSolution solution = solver_.solve(Method::kPrimal);
   leastUnmet_ = std::max(solution.objective / kWeightScale, 0.0);
-  if (leastUnmet_ <= kNothing * (1.0 + demandInReach())) {
+  if (isNothing(leastUnmet_)) {
     leastUnmet_ = 0.0;
   } else {
     unmetDual_ = solution.dual;
@@ -48,7 +50,7 @@ LinearSolution TwoSteps::firstStep() {
 }
 
 LinearSolution TwoSteps::secondStep(const LinearSolution &first) {
-  setCosts(false);
+  setCosts(1.0, 0.0);
   if (leastUnmet_ == 0.0) {
     boundUnmet(true);
   } else {
@@ -83,13 +85,25 @@ void TwoSteps::boundUnmet(bool fixed) {
   }
 }
 
-void TwoSteps::setCosts(bool shortage) {
+void TwoSteps::setCosts(double costs, double shortage) {
   for (int column = 0; column < lp_.model().columns(); ++column) {
-    solver_.setCost(column, shortage ? 0.0 : lp_.model().cost[static_cast<std::size_t>(column)]);
+    solver_.setCost(column, costs * lp_.model().cost[static_cast<std::size_t>(column)]);
   }
   for (const int column : lp_.unmetColumns()) {
-    solver_.setCost(column, shortage ? kWeightScale * lp_.unmetWeight(problem_, column) : 0.0);
+    solver_.setCost(column, shortage * lp_.unmetWeight(problem_, column));
   }
+}
+
+double TwoSteps::unmetOf(const LinearSolution &solution) const {
+  double unmet = 0.0;
+  for (const int column : lp_.unmetColumns()) {
+    unmet += lp_.unmetWeight(problem_, column) * solution.primal[static_cast<std::size_t>(column)];
+  }
+  return unmet;
+}
+
+bool TwoSteps::isNothing(double unmet) const {
+  return unmet <= kNothing * (1.0 + demandInReach());
 }
 
 double TwoSteps::demandInReach() const {

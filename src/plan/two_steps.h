@@ -17,8 +17,10 @@ struct SolveOptions {
 // cost at that. In one step with the undercost as a cost it would come out wrong: the waste of one
 // reel may cost more than a roll that is not delivered.
 //
-// What stays unmet is counted in rolls of the highest undercost. Where all can be delivered the
-// first step is not needed: the second has a solution with nothing unmet.
+// That one sum comes near it, and is solved beforehand: both steps then start from its basis and
+// take a few pivots, or none. Where nothing is unmet in it the first step is not needed.
+//
+// What stays unmet is counted in rolls of the highest undercost.
 class TwoSteps {
  public:
   // The solver holds the LP's model. Both are REQUIRED to outlive this.
@@ -41,13 +43,15 @@ class TwoSteps {
   LinearSolution secondStep(const LinearSolution &first);
   void keepLeast(const LinearSolution &first);
   void boundUnmet(bool fixed);
-  void setCosts(bool shortage);
+  void setCosts(double costs, double shortage);
+  double unmetOf(const LinearSolution &solution) const;
+  bool isNothing(double unmet) const;
   double demandInReach() const;
 
   const PlanProblem &problem_;
   const CompactLp &lp_;
   LinearSolver &solver_;
-  Method method_;
+  std::optional<Method> method_;
   double leastUnmet_ = 0.0;
   std::vector<double> unmetDual_;
 };

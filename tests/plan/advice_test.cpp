@@ -22,6 +22,8 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
+using testing::StartsWith;
+using testing::UnorderedElementsAre;
 
 constexpr int kRollsInPattern = 2;
 
@@ -29,6 +31,8 @@ struct Told {
   std::vector<std::string> days;
   std::vector<std::string> whatIfs;
   std::vector<std::string> patterns;
+  std::string delays;         // the warning of them
+  std::string unknownDelays;  // where nothing else was solved
 };
 
 std::vector<std::string> textsOf(const std::vector<Advice> &advice) {
@@ -37,6 +41,10 @@ std::vector<std::string> textsOf(const std::vector<Advice> &advice) {
     texts.push_back(one.kind + ": " + one.text);
   }
   return texts;
+}
+
+std::string textOf(const std::optional<network::Warning> &warning) {
+  return warning ? warning->kind + ": " + warning->text : "";
 }
 
 Told toldOf(const TestMill &mill, const ProblemOptions &options = {}) {
@@ -49,8 +57,10 @@ Told toldOf(const TestMill &mill, const ProblemOptions &options = {}) {
   EXPECT_EQ(solution.status, Status::kOptimal);
   const Totals totals = sumUp(network, problem, readPlan(problem, lp, solution.primal));
   const LinearOptimum optimum{network, problem, lp, solution, steps.unmetDual(), totals};
-  return {textsOf(adviseDays(optimum)), textsOf(adviseWhatIfs(optimum, 0.0)),
-          textsOf(advisePatterns(optimum, kRollsInPattern))};
+  const WhatIfs whatIfs = solveWhatIfs(optimum, 0.0);
+  return {textsOf(adviseDays(optimum)), textsOf(adviseWhatIfs(optimum, whatIfs)),
+          textsOf(advisePatterns(optimum, kRollsInPattern)), textOf(warnOfDelays(optimum, whatIfs)),
+          textOf(warnOfDelays(optimum, {}))};
 }
 
 // C can make 140 rolls of 50 a period, at 5 of freight a roll.
@@ -87,12 +97,13 @@ TEST(Advice, ADayOfAFullMachineSavesItsDualValue) {
 
 TEST(Advice, ADayDeliversWhatItMakes) {
   EXPECT_THAT(toldOf(oneMill(200)).days,
-              ElementsAre("machine-day: a day more of M_C in 1 delivers up to 20 rolls more"));
+              ElementsAre("machine-day: a day more of M_C in 1 delivers up to 20 rolls "
+                          "more, such as those of G_A_50.000 in 1"));
 }
 
 TEST(Advice, ADayDeliversNoMoreThanIsShort) {
   EXPECT_THAT(toldOf(oneMill(147)).days,
-              ElementsAre("machine-day: a day more of M_C in 1 delivers up to 7 rolls more"));
+              ElementsAre(HasSubstr("a day more of M_C in 1 delivers up to 7 rolls more")));
 }
 
 // With the cutters' capacities a day is worth 20, 40, 60 and 80 rolls.
@@ -109,9 +120,30 @@ TEST(Advice, TheBestThreeDaysAreTold) {
     mill.orders.push_back({"G" + number, "A", 50.0, 0, 1000});
   }
   EXPECT_THAT(toldOf(mill).days,
-              ElementsAre("machine-day: a day more of M_C4 in 1 delivers up to 80 rolls more",
-                          "machine-day: a day more of M_C3 in 1 delivers up to 60 rolls more",
-                          "machine-day: a day more of M_C2 in 1 delivers up to 40 rolls more"));
+              ElementsAre(HasSubstr("of M_C4 in 1 delivers up to 80 rolls more, such as those of "
+                                    "G4_A_50.000 in 1"),
+                          HasSubstr("of M_C3 in 1 delivers up to 60 rolls more, such as those of "
+                                    "G3_A_50.000 in 1"),
+                          HasSubstr("of M_C2 in 1 delivers up to 40 rolls more, such as those of "
+                                    "G2_A_50.000 in 1")));
+}
+
+// Of three orders that are short the two of which most is short, and none of another period.
+TEST(Advice, ADayNamesTheLargestOrdersThatItCouldMake) {
+  TestMill mill = oneMill(200);
+  mill.periods = {"1", "2"};
+  mill.orders = {{"G", "A", 50.0, 0, 500},
+                 {"G", "B", 50.0, 0, 600},
+                 {"G", "D", 50.0, 0, 700},
+                 {"G", "A", 50.0, 1, 900}};
+  mill.rates = {{"North", "A", "Truck", 5.0, 0.0},
+                {"North", "B", "Truck", 6.0, 0.0},
+                {"North", "D", "Truck", 7.0, 0.0}};
+  EXPECT_THAT(toldOf(mill).days,
+              UnorderedElementsAre(HasSubstr("in 1 delivers up to 20 rolls more, such as those of "
+                                             "G_D_50.000 in 1 and G_B_50.000 in 1"),
+                                   HasSubstr("in 2 delivers up to 20 rolls more, such as those of "
+                                             "G_A_50.000 in 2")));
 }
 
 // 60 of the 200 rolls can be made by C in the first period, 20 cheaper: 1,200 of 3,200.
@@ -150,6 +182,43 @@ TEST(Advice, AWhatIfThatDeliversLessIsNotTold) {
   EXPECT_THAT(toldOf(mill).whatIfs, IsEmpty());
 }
 
+// As where the other mill delivers the 20 rolls by the file, and C its own in time.
+TEST(Advice, TheWarningOfDelaysTellsWhatTheyCost) {
+  TestMill mill = twoMills(20);
+  mill.rates[1].delay = 1.0;
+  const Told told = toldOf(mill);
+  EXPECT_EQ(told.delays,
+            "delay-differs: mills differ in transit time, and the file has one for all: with each "
+            "mill's own (--delays by-mill) 0 rolls would stay unmet instead of 20, at a cost of "
+            "200 instead of 0");
+  EXPECT_THAT(told.unknownDelays, HasSubstr("for all: --delays by-mill tells what"));
+  const Told byMill = toldOf(mill, {.delaysByMill = true});
+  EXPECT_EQ(byMill.delays, "");
+  EXPECT_EQ(byMill.unknownDelays, "");
+}
+
+// By the file C delivers in time; in truth only D does, 160 rolls fewer.
+TEST(Advice, TheWarningOfDelaysTellsWhatThePlanPromisesTooMuch) {
+  TestMill mill = twoMills(300);
+  mill.rates[0].delay = 1.0;
+  EXPECT_THAT(toldOf(mill).delays,
+              HasSubstr("(--delays by-mill) 160 rolls would stay unmet instead of 20, "));
+}
+
+// Whoever needs two weeks can take them: in the second period all comes from C, at its rate.
+TEST(Advice, TheWarningOfDelaysSaysWhereTheyCostNothing) {
+  TestMill mill = twoMills(20);
+  mill.periods = {"1", "2"};
+  mill.orders[0].period = 1;
+  mill.rates[1].delay = 1.0;
+  EXPECT_THAT(toldOf(mill).delays, HasSubstr("the plan would be no other"));
+}
+
+TEST(Advice, NoDelaysAreWarnedOfWhereMillsAgree) {
+  EXPECT_EQ(toldOf(twoMills(20)).delays, "");
+  EXPECT_EQ(toldOf(twoMills(20)).unknownDelays, "");
+}
+
 // A roll costs a reel with 50 inches of waste, 110; a reel of two costs 10 and saves 220.
 TEST(Advice, ABetterPatternIsTold) {
   TestMill mill = oneMill(20);
@@ -166,22 +235,35 @@ TEST(Advice, APatternThatDeliversMoreIsTold) {
       ElementsAre(HasSubstr("a better pattern of G_C_100 would deliver up to 1 rolls more")));
 }
 
+PlanRequest quiet() {
+  PlanRequest request;
+  request.quiet = true;
+  return request;
+}
+
+PlanRequest beside(int rows) {
+  PlanRequest request;
+  request.mostAdviceRows = rows;
+  return request;
+}
+
 class AdviceRun : public testing::Test {
  protected:
-  std::string run(bool quiet, bool improve) {
+  std::string run(PlanRequest request) {
     TestMill mill = oneMill(200);
     mill.cutters[0].patterns = {{50}, {50, 50}};
     mill.periods = {"1", "2"};
     mill.orders[0].period = 1;
-    PlanRequest request;
+    return run(mill, std::move(request));
+  }
+
+  std::string run(const TestMill &mill, PlanRequest request) {
     request.importFile = folder_.filePath("CV.imp").toStdString();
     request.outputFolder = folder_.filePath("plan").toStdString();
-    request.quiet = quiet;
-    request.improve = improve;
     std::ofstream(request.importFile, std::ios::binary) << importText(mill);
     out_.str("");
-    std::ostringstream err;
-    EXPECT_EQ(runPlan(request, out_, err), 0) << err.str();
+    err_.str("");
+    EXPECT_EQ(runPlan(request, out_, err_), 0) << err_.str();
     std::ostringstream json;
     json << std::ifstream(request.outputFolder + "/plan.json", std::ios::binary).rdbuf();
     return json.str();
@@ -189,20 +271,44 @@ class AdviceRun : public testing::Test {
 
   QTemporaryDir folder_;
   std::ostringstream out_;
+  std::ostringstream err_;
 };
 
 TEST_F(AdviceRun, EndsThePlanOnTheScreenAndIsInTheRecord) {
-  const std::string json = run(false, false);
-  EXPECT_THAT(out_.str(), HasSubstr("  Would pay  a day more of M_C in 2 delivers up to 20 rolls "
-                                    "more\n             stock at the cutters"));
+  const std::string json = run(PlanRequest{});
+  EXPECT_THAT(
+      out_.str(),
+      HasSubstr("  Would pay  a day more of M_C in 2 delivers up to 20 rolls "
+                "more, such as those of G_A_50.000 in 2\n             stock at the cutters"));
   EXPECT_THAT(json, HasSubstr(R"({"kind": "machine-day", "text": "a day more of M_C in 2)"));
   EXPECT_THAT(json, HasSubstr(R"({"kind": "stock", "text": "stock at the cutters)"));
 }
 
 TEST_F(AdviceRun, QuietSolvesNoWhatIfs) {
-  const std::string json = run(true, false);
+  const std::string json = run(quiet());
   EXPECT_THAT(json, HasSubstr("machine-day"));
   EXPECT_THAT(json, Not(HasSubstr(R"("kind": "stock")")));
+}
+
+// Two machine rows, two of the store and one of the order.
+TEST_F(AdviceRun, NothingElseIsSolvedBesideAProgrammeOfMoreRows) {
+  constexpr int kRows = 5;
+  EXPECT_THAT(run(beside(kRows)), HasSubstr(R"("kind": "stock")"));
+  const std::string json = run(beside(kRows - 1));
+  EXPECT_THAT(json, HasSubstr("machine-day"));
+  EXPECT_THAT(json, Not(HasSubstr(R"("kind": "stock")")));
+  EXPECT_THAT(json, Not(HasSubstr(R"("kind": "patterns")")));
+}
+
+TEST_F(AdviceRun, WhatDelaysCostIsTheFirstWarning) {
+  TestMill mill = twoMills(20);
+  mill.rates[1].delay = 1.0;
+  EXPECT_THAT(run(mill, {}), HasSubstr("0 rolls would stay unmet instead of 20"));
+  EXPECT_THAT(err_.str(), StartsWith("Warning: mills differ in transit time, and the file has one "
+                                     "for all: with each mill's own"));
+  run(mill, beside(0));
+  EXPECT_THAT(err_.str(), StartsWith("Warning: mills differ in transit time, and the file has one "
+                                     "for all: --delays by-mill tells"));
 }
 
 }  // namespace
