@@ -17,6 +17,8 @@ namespace {
 constexpr double kSameWidth = 1e-8;
 // Nobody slits more exactly.
 constexpr double kNearWidth = 0.005;
+// So near to a width in eighths only a calculation comes.
+constexpr double kRoundingError = 0.0005;
 
 bool isInEighths(double width) {
   return width * 8 == std::floor(width * 8);
@@ -83,7 +85,7 @@ class WidthChecks {
                        " and in line " + std::to_string(other.total.line) + " in " + textOf(other) +
                        (melts ? "; names of both show " + general(other.inches) : "");
       finding.write = textOf(other);
-      finding.fixKind = code == Code::kSameWidthName ? FixKind::kUnsafe : finding.fixKind;
+      finding.fixKind = isSlip && apart <= kRoundingError ? FixKind::kSafe : FixKind::kUnsafe;
       const std::size_t begin = finding.file->begin(finding.line) + finding.offset;
       finding.edits.push_back({begin, begin + finding.length, finding.write});
     });

@@ -221,6 +221,16 @@ TEST_F(CheckRun, MendedCopiesAreCleanAndOriginalsUntouched) {
   EXPECT_EQ(run(), kExitClean) << out;
 }
 
+TEST_F(CheckRun, AMissingLineBreakIsAddedOnce) {
+  MillTexts texts = cleanMill();
+  texts.orders.pop_back();
+  write(texts);
+  options.fix = beside("mended").string();
+  options.select = {"CV102"};
+  EXPECT_EQ(run(), kExitFindings);
+  EXPECT_EQ(contents(beside("mended") / "data/orders.data"), cleanMill().orders);
+}
+
 TEST_F(CheckRun, MendedCarriageReturnsLeavePairsAsTheyAre) {
   MillTexts texts = cleanMill();
   const std::size_t end = texts.orders.find('\n') + 1;

@@ -56,18 +56,18 @@ TextCheck::TextCheck(const MillTexts &texts) {
   };
   Selection all;
   all.level = Severity::kNote;
-  FindingSink sink(all,
-                   [&](const Finding &finding) {
-                     std::string place =
-                         kShort.at(std::filesystem::path(finding.file->name()).filename().string());
-                     if (finding.line > 0) {
-                       place += ":" + std::to_string(finding.line) + ":" +
-                                std::to_string(columnOf(finding));
-                     }
-                     found.push_back({place, codeText(finding.code), messageOf(finding),
-                                      finding.write, finding.fixKind, !finding.edits.empty()});
-                   },
-                   {});
+  FindingSink sink(
+      all,
+      [&](const Finding &finding) {
+        std::string place =
+            kShort.at(std::filesystem::path(finding.file->name()).filename().string());
+        if (finding.line > 0) {
+          place += ":" + std::to_string(finding.line) + ":" + std::to_string(columnOf(finding));
+        }
+        found.push_back({place, codeText(finding.code), messageOf(finding), finding.write,
+                         finding.severity, finding.fixKind, !finding.edits.empty()});
+      },
+      {});
   checkMill(namedPath(QStringLiteral("data\\Parameters.data"), folder), folder, read, sink, mill);
 }
 

@@ -28,6 +28,7 @@ struct Found {
   std::string code;
   std::string message;
   std::string write;
+  Severity severity = Severity::kNote;
   FixKind fixKind = FixKind::kNone;
   bool hasEdits = false;
 

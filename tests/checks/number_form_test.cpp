@@ -30,23 +30,22 @@ TEST_P(Numbers, AreSeenAsTheyAreRead) {
   EXPECT_EQ(form.meant, GetParam().meant);
 }
 
-INSTANTIATE_TEST_SUITE_P(Forms, Numbers,
-                         testing::Values(Look{"44.75", 0, ""}, Look{" 30", 0, ""},
-                                         Look{"30 ", 0, ""}, Look{"-3", 0, ""}, Look{".5", 0, ""},
-                                         Look{"5.", 0, ""}, Look{"30 in", 205, "30"},
-                                         Look{"1'060", 205, "1060"}, Look{"1 060", 205, "1060"},
-                                         Look{"1\xc2\xa0"
-                                              "060",
-                                              205, "1060"},
-                                         Look{"1'060.5", 205, "1060.5"}, Look{"1'06", 205, "1"},
-                                         Look{"1.5.2", 205, "1.5"},
-                                         Look{"\xc2\xa0"
-                                              "30",
-                                              206, "30"},
-                                         Look{"$18.5", 206, "18.5"}, Look{"wide", 206, ""},
-                                         Look{"-", 206, ""}, Look{"0x1F", 207, "31"},
-                                         Look{"1e3", 207, "1000"}, Look{"nan", 207, ""},
-                                         Look{"-Infinity", 207, ""}, Look{"1e", 205, "1"}));
+INSTANTIATE_TEST_SUITE_P(
+    Forms, Numbers,
+    testing::Values(Look{"44.75", 0, ""}, Look{" 30", 0, ""}, Look{"30 ", 0, ""}, Look{"-3", 0, ""},
+                    Look{".5", 0, ""}, Look{"5.", 0, ""}, Look{"30 in", 205, "30"},
+                    Look{"1'060", 205, "1060"}, Look{"1 060", 205, "1060"},
+                    Look{"1\xc2\xa0"
+                         "060",
+                         205, "1060"},
+                    Look{"1'060.5", 205, "1060.5"}, Look{"1234'567", 205, "1234"},
+                    Look{"1'06", 205, "1"}, Look{"1.5.2", 205, "1.5"},
+                    Look{"\xc2\xa0"
+                         "30",
+                         206, "30"},
+                    Look{"$18.5", 206, "18.5"}, Look{"wide", 206, ""}, Look{"-", 206, ""},
+                    Look{"0x1F", 207, "31"}, Look{"1e3", 207, "1000"}, Look{"nan", 207, ""},
+                    Look{"-Infinity", 207, ""}, Look{"1e", 205, "1"}));
 
 class Quantities : public testing::TestWithParam<Look> {};
 

@@ -168,6 +168,11 @@ std::vector<Planted> allPlanted() {
       {"TooLarge",
        {{"orders", "36.5,40,Badger", "36.5,3000000000,Badger"}},
        {"orders:2:13 CV209", "orders:1:3 CV410"}},
+      {"SumTooLargeIsToldOnce",
+       {{"orders", "1,LB42,36.5,40,Badger Box\n",
+         "1,LB42,36.5,2147483647,Badger Box\n1,LB42,36.5,5,Badger Box\n1,LB42,36.5,6,Badger "
+         "Box\n"}},
+       {"orders:3:13 CV209", "orders:1:3 CV410"}},
       {"SumTooLarge",
        {{"orders", "1,LB42,36.5,40,Badger Box\n",
          "1,LB42,36.5,2147483647,Badger Box\n1,LB42,36.5,5,Badger Box\n"}},
@@ -189,6 +194,9 @@ std::vector<Planted> allPlanted() {
       {"SecondCutter",
        {{"machines", "Birch", "Alder Falls,AF1,CM26,120,50,61,10\nBirch"}},
        {"machines:3:13 CV301"}},
+      {"CutterAtTwoMillsOnTwoGrades",
+       {{"machines", "BL1,LB42", "AF1,BK50"}},
+       {"machines:3:15 CV302", "machines:3:19 CV307"}},
       {"CutterAtTwoMills", {{"machines", "BL1", "AF1"}}, {"machines:3:15 CV302"}},
       {"Deckle", {{"machines", "AF1,LB42,124", "AF1,LB42,-124"}}, {"machines:1:22 CV303"}},
       {"Capacity", {{"machines", "126,40", "126,0"}}, {"machines:3:28 CV304"}},
@@ -229,6 +237,9 @@ std::vector<Planted> allPlanted() {
        {"orders:2:13 CV411"}},
       {"WidthsTooNear", {{"orders", "2,LB42,44.75", "2,LB42,44.750000001"}}, {"orders:4:8 CV412"}},
       {"Swapped", {{"orders", "2,LB42,44.75,24", "2,LB42,24,44.75"}}, {"orders:4:8 CV413"}},
+      {"NotSwappedWhereBothHaveDecimals",
+       {{"orders", "2,LB42,44.75,24", "2,LB42,24.5,44.75"}},
+       {"orders:4:13 CV208"}},
       {"PeriodMissing",
        {{"orders", "", "4,LB42,44.75,10,Badger Box\n4,CM26,33.75,10,Clearwater Cartons\n"}},
        {"orders:7:1 CV414"}},
@@ -266,6 +277,10 @@ std::vector<Planted> allPlanted() {
          "1,A,40,10,Badger Box\n2,A,40,10,Badger Box\n1,A_B,40,11,Badger Box\n2,A_B,40,10,Badger "
          "Box\n"}},
        {"machines:5:13 CV601"}},
+      {"SameWidthNameInAGrade",
+       {{"orders", "1,LB42,36.5", "1,LB42,33.33334"},
+        {"orders", "2,LB42,27.25", "2,LB42,33.33331"}},
+       {"orders:5:8 CV602", "orders:2:8 CV213"}},
       {"SameWidthName",
        {{"orders", "2,CM26,33.75,64", "2,CM26,33.33331,64"},
         {"orders", "2,LB42,27.25", "2,LB42,33.33334"}},
@@ -400,6 +415,20 @@ TEST(Message, SaysWhatIsReadInstead) {
   ASSERT_EQ(check.found.size(), 1U);
   EXPECT_EQ(check.found[0].message, "decimal comma: \"44,75\" is read as width 44 and quantity 75");
   EXPECT_EQ(check.found[0].write, "1,LB42,44.75,60,Badger Box");
+}
+
+// What a calculation leaves of a width is rounded; what somebody may have meant is not.
+TEST(Planted, OnlyAWidthBesideAnEighthIsMendedForSure) {
+  const auto kindOf = [](const std::string &width) {
+    MillTexts texts = cleanMill();
+    texts.orders.replace(texts.orders.find("2,LB42,44.75"), 12, "2,LB42," + width);
+    const TextCheck check(texts);
+    EXPECT_EQ(check.found.size(), 1U) << width;
+    return check.found.empty() ? FixKind::kNone : check.found[0].fixKind;
+  };
+  EXPECT_EQ(kindOf("44.7500001"), FixKind::kSafe);
+  EXPECT_EQ(kindOf("44.750000001"), FixKind::kSafe);
+  EXPECT_EQ(kindOf("44.753"), FixKind::kUnsafe);
 }
 
 TEST(Message, SaysWhatAThousandsCommaDoes) {
