@@ -49,6 +49,16 @@ TEST(PaperBound, CountsRollsAcross) {
   EXPECT_NEAR(BoundOf(Delivered({{10, 10}}, {100}), 10), 100, 1e-3);
 }
 
+TEST(PaperBound, CountsAsManyRollsAsAPatternOfTheRunHas) {
+  Record record = Delivered({{10, 10}}, {100});
+  record.patterns.push_back({QString(), 0, {{10, 10}}, 0});
+  EXPECT_NEAR(BoundOf(record, 5), 100, 1e-3);
+}
+
+TEST(PaperBound, TakesARollAsWideAsTheDeckle) {
+  EXPECT_NEAR(BoundOf(Delivered({{100, 3}}, {100})), 300, 1e-3);
+}
+
 TEST(PaperBound, IsNoneWhereARollFitsNoDeckle) {
   EXPECT_EQ(BoundOf(Delivered({{120, 1}}, {100})), 0);
   EXPECT_EQ(BoundOf(Delivered({}, {100})), 0);

@@ -51,6 +51,19 @@ TEST(Attention, WhatIsShortComesFirstWithItsReason) {
                     HasSubstr("machine W1 is full in period 2")));
 }
 
+TEST(Attention, WorstFirst) {
+  record::Record record = record::exampleRecord();
+  // A message of the log is the last that is looked at, and a warning.
+  record.log.messages = {QStringLiteral("Warning: something")};
+  const Figures figures = figuresOf(record);
+  const std::vector<Attention> points = attention({record, figures});
+  EXPECT_EQ(points.front().weight, Attention::Weight::kBad);
+  EXPECT_EQ(points.back().weight, Attention::Weight::kNote);
+  for (std::size_t i = 1; i < points.size(); ++i) {
+    EXPECT_LE(points[i - 1].weight, points[i].weight) << points[i].head.toStdString();
+  }
+}
+
 TEST(Attention, TellsHowMuchOfTheDemandGenerationSaw) {
   EXPECT_THAT(
       PointsOf(record::exampleRecord()),

@@ -96,6 +96,17 @@ TEST(Comparison, PatternsAreKnownByTheirCutNotByTheirName) {
   EXPECT_EQ(table.rows[1].cells[6].text, QStringLiteral("−3.0"));
 }
 
+TEST(Comparison, TheLargestChangeOfAPatternComesFirstMoreOrLess) {
+  const record::Record here = record::exampleRecord();
+  record::Record other = here;
+  other.plan->reels = {{0, 0, 2}, {1, 0, 4}, {3, 0, 4}, {3, 1, 1.5}};
+  const Comparison comparison = Compare(here, other);
+  const Table &table = TableOf(comparison, "compare-patterns");
+  ASSERT_EQ(table.rows.size(), 2U);
+  EXPECT_EQ(table.rows[0].cells[6].text, QStringLiteral("−13.0"));
+  EXPECT_EQ(table.rows[1].cells[6].text, QStringLiteral("+1.0"));
+}
+
 TEST(Comparison, SettingsAndFilesThatDifferAreTold) {
   const record::Record here = record::exampleRecord();
   record::Record other = here;

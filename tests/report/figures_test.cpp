@@ -51,6 +51,7 @@ TEST(Figures, PatternsUsedOfThoseOffered) {
   EXPECT_EQ(figures.grades.at(kA).patterns, 3);
   EXPECT_EQ(figures.grades.at(kA).usedPatterns, 2);
   EXPECT_EQ(figures.patterns[0].byPeriod, (std::vector<double>{10, 5}));
+  EXPECT_EQ(figures.patterns[0].reels, 15);
   EXPECT_TRUE(figures.patterns[2].byPeriod.empty());
 }
 

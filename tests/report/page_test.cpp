@@ -102,6 +102,16 @@ TEST(Page, WithAPlanTrimIsShownAndAddsUp) {
   EXPECT_THAT(html, HasSubstr("<th scope=row>Difference<td>0.00"));
 }
 
+TEST(Page, WhatIsShortIsNeverTakenForAllDelivered) {
+  record::Record record = record::exampleRecord();
+  record.orders[0].rolls = {20000, 10};
+  for (record::Delivery &delivery : record.plan->deliveries) {
+    delivery.delivered = delivery.order == 0 && delivery.period == 0 ? 20000 : delivery.delivered;
+  }
+  // 2 of more than 20,000 rolls.
+  EXPECT_THAT(PageOf(record), HasSubstr("<b>99.9 %</b><span>of the rolls delivered</span>"));
+}
+
 TEST(Page, WithoutAPlanNoTrimFigureIsShown) {
   const std::string html = PageOf(WithoutPlan());
   const std::string text =

@@ -143,6 +143,14 @@ TEST(StudyPage, SaysOnTopWhatCameOut) {
   EXPECT_THAT(html, HasSubstr("Error: &lt;none&gt;"));
 }
 
+TEST(StudyPage, TheTopTellsThePooledPlanOfTheBestRunsDataAlone) {
+  StudyRecord study = Study();
+  study.pools.push_back({QStringLiteral("d2"), 2, {{QStringLiteral("cost_total"), 1300}}});
+  const std::string html = Shown(study);
+  EXPECT_THAT(html, HasSubstr("<b>950</b><span>with the patterns of all runs</span>"));
+  EXPECT_THAT(html, Not(HasSubstr("<b>1,300</b>")));
+}
+
 TEST(StudyPage, AStudyWithoutADoneRunMakesAPageToo) {
   StudyRecord study = Study();
   study.runs = {study.runs.back()};

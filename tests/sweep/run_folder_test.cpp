@@ -89,6 +89,10 @@ TEST_F(RunFolder, IsNamedByItsSettingsAndByTheDataThatItReads) {
   EXPECT_NE(after[0].id, before[0].id);
   EXPECT_NE(after[0].dataId, before[0].dataId);
   EXPECT_NE(make("seed = 1\nplan options = --storage inf\n")[0].id, after[0].id);
+  write("mill/data/Parameters.data", "days per period=6\n");
+  const auto other = make("seed = 1\n");
+  EXPECT_NE(other[0].id, after[0].id);
+  EXPECT_EQ(other[0].dataId, after[0].dataId);
 }
 
 TEST_F(RunFolder, TellsAllCombinationsApart) {

@@ -154,5 +154,24 @@ TEST_F(SweepTest, GivesATaskOfSlurmTheRunsOfItsLine) {
   EXPECT_EQ(starts(), 4);
 }
 
+TEST_F(SweepTest, SharesManyRunsAmongAsManyTasksAsAnArrayMayHave) {
+  script("sbatch", "exit 0\n");
+  const QByteArray before = qgetenv("PATH");
+  qputenv("PATH", path("bin").toUtf8() + ':' + before);
+  QStringList runs;
+  for (int i = 0; i < 1003; ++i) {
+    runs << QStringLiteral("run %1").arg(i);
+  }
+  EXPECT_EQ(makeRuns(runs, folder_.path(), {QStringLiteral("slurm"), 0, {}}, programs_, {}),
+            QString());
+  qputenv("PATH", before);
+  const QStringList lines =
+      QString::fromStdString(content("pending")).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+  ASSERT_EQ(lines.size(), 1000);
+  EXPECT_EQ(lines[0], QStringLiteral("'run 0' 'run 1000'"));
+  EXPECT_EQ(lines[2], QStringLiteral("'run 2' 'run 1002'"));
+  EXPECT_EQ(lines[3], QStringLiteral("'run 3'"));
+}
+
 }  // namespace
 }  // namespace corvane::sweep
