@@ -38,8 +38,8 @@ bool setParameter(RunParameters &parameters, const QString &key, const QString &
 struct ParameterRule {
   enum class Kind { kFlag, kInteger, kDecimal, kSolver, kText };
 
-  const char *key;
-  Kind kind;
+  const char *key = nullptr;
+  Kind kind = Kind::kText;
   // Of numbers.
   double low = 0;
   double high = 0;
