@@ -33,15 +33,15 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"1,234,567", 1234567, kNone}, Case{"1 200", 1200, 1200}, Case{"1'200", 1200, 1200},
         Case{"1\u00a0200", 1200, 1200}, Case{"1\u202f200,5", kNone, 1200.5},
         Case{"12,00", kNone, 12}, Case{"1,2,3", kNone, kNone}, Case{"1,200 300", kNone, kNone},
-        Case{"1'20", kNone, kNone}, Case{"42 1/2", 42.5, 42.5}, Case{"42-1/2", 42.5, 42.5},
-        Case{"42 - 1/2", 42.5, 42.5}, Case{"1/2", 0.5, 0.5}, Case{"42\u00bd", 42.5, 42.5},
-        Case{"42 \u215c", 42.375, 42.375}, Case{"\u00be", 0.75, 0.75},
-        Case{"-42 1/2", -42.5, -42.5}, Case{"421/2", kNone, kNone}, Case{"42 3/2", kNone, kNone},
-        Case{"3/2", kNone, kNone}, Case{"1/0", kNone, kNone}, Case{"$18.50", 18.5, kNone},
-        Case{"18,50 \u20ac", kNone, 18.5}, Case{"1e3", kNone, kNone}, Case{"0x1F", kNone, kNone},
-        Case{"nan", kNone, kNone}, Case{"inf", kNone, kNone}, Case{"30 in", kNone, kNone},
-        Case{"25%", kNone, kNone}, Case{"", kNone, kNone}, Case{"-", kNone, kNone},
-        Case{".", kNone, kNone}, Case{"--5", kNone, kNone}));
+        Case{"1'20", kNone, kNone}, Case{"1234,567", kNone, 1234.567}, Case{"2/2", kNone, kNone},
+        Case{"42 1/2", 42.5, 42.5}, Case{"42-1/2", 42.5, 42.5}, Case{"42 - 1/2", 42.5, 42.5},
+        Case{"1/2", 0.5, 0.5}, Case{"42\u00bd", 42.5, 42.5}, Case{"42 \u215c", 42.375, 42.375},
+        Case{"\u00be", 0.75, 0.75}, Case{"-42 1/2", -42.5, -42.5}, Case{"421/2", kNone, kNone},
+        Case{"42 3/2", kNone, kNone}, Case{"3/2", kNone, kNone}, Case{"1/0", kNone, kNone},
+        Case{"$18.50", 18.5, kNone}, Case{"18,50 \u20ac", kNone, 18.5}, Case{"1e3", kNone, kNone},
+        Case{"0x1F", kNone, kNone}, Case{"nan", kNone, kNone}, Case{"inf", kNone, kNone},
+        Case{"30 in", kNone, kNone}, Case{"25%", kNone, kNone}, Case{"", kNone, kNone},
+        Case{"-", kNone, kNone}, Case{".", kNone, kNone}, Case{"--5", kNone, kNone}));
 
 TEST(DecimalEvidence, KeepsTheFirstOfEachKind) {
   DecimalEvidence evidence;

@@ -30,6 +30,12 @@ TEST_F(ReadStudy, TakesRangesListsPercentagesAndFiles) {
   EXPECT_EQ(study.variations[3].values, (QStringList{"as it is", path("more.data")}));
 }
 
+TEST_F(ReadStudy, FreightMayCostNothing) {
+  const auto [study, faults] = read("freight = -100%\n");
+  EXPECT_THAT(faults, ElementsAre());
+  EXPECT_EQ(study.variations[0].values, QStringList("-100%"));
+}
+
 TEST_F(ReadStudy, TakesTheStudysFolderForTheMill) {
   EXPECT_EQ(read("seed = 1\n").study.mill, folder_.path());
 }
