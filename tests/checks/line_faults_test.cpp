@@ -67,7 +67,7 @@ TEST(LineFaults, ADecimalCommaThatCanBeTwoIsAGuess) {
       EXPECT_EQ(one.fixKind, FixKind::kUnsafe);
     }
   }
-  EXPECT_THAT(found(texts, "rates"), testing::Contains("rates:5:37 CV204"));
+  EXPECT_THAT(found(texts, "rates"), testing::Contains("rates:5:38 CV204"));
 }
 
 }  // namespace

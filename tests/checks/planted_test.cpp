@@ -172,7 +172,7 @@ std::vector<Planted> allPlanted() {
        {{"orders", "1,LB42,36.5,40,Badger Box\n",
          "1,LB42,36.5,2147483647,Badger Box\n1,LB42,36.5,5,Badger Box\n1,LB42,36.5,6,Badger "
          "Box\n"}},
-       {"orders:3:13 CV209", "orders:1:3 CV410"}},
+       {"orders:3:13 CV209", "orders:1:3 CV410", "orders:2:13 CV411"}},
       {"SumTooLarge",
        {{"orders", "1,LB42,36.5,40,Badger Box\n",
          "1,LB42,36.5,2147483647,Badger Box\n1,LB42,36.5,5,Badger Box\n"}},
