@@ -19,14 +19,14 @@ constexpr int kUnmetRow = 0;
 }  // namespace
 
 ReelNeighbourhood::ReelNeighbourhood(const ReelSpace &space, const ReelPlan &plan,
-                                     const std::vector<int> &reels)
+                                     const std::vector<int> &reels, double span)
     : space_(space), plan_(plan) {
   freeColumns(reels);
   for (const int column : columns_) {
     values_.push_back(plan_.values[static_cast<std::size_t>(column)]);
     weights_.push_back(space_.unmetWeights()[static_cast<std::size_t>(column)]);
   }
-  addColumns();
+  addColumns(span);
 }
 
 void ReelNeighbourhood::free(int column) {
@@ -104,7 +104,7 @@ int ReelNeighbourhood::addRow(int row) {
   return model_.addRow(space_.model().rowLower[at] - load, space_.model().rowUpper[at] - load);
 }
 
-void ReelNeighbourhood::addColumns() {
+void ReelNeighbourhood::addColumns(double span) {
   model_.addRow(-kInfinite, kInfinite);
   std::vector<char> isAdded(static_cast<std::size_t>(space_.model().rows()), 0);
   for (const int column : columns_) {
@@ -123,7 +123,11 @@ void ReelNeighbourhood::addColumns() {
     }
     model_.addColumn(space_.costs()[at], space_.model().lower[at], space_.model().upper[at],
                      entries);
-    model_.whole.back() = space_.lp().column(column).kind == ColumnKind::kReels ? 1 : 0;
+    if (space_.lp().column(column).kind == ColumnKind::kReels) {
+      model_.whole.back() = 1;
+      model_.lower.back() = std::max(model_.lower.back(), plan_.values[at] - span);
+      model_.upper.back() = std::min(model_.upper.back(), plan_.values[at] + span);
+    }
   }
 }
 

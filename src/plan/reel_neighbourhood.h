@@ -22,8 +22,10 @@ struct NeighbourhoodResult {
 // first less unmet, where something is, then less cost with no more unmet than that.
 class ReelNeighbourhood {
  public:
-  // `reels` are columns of reels. Space and plan are REQUIRED to outlive this.
-  ReelNeighbourhood(const ReelSpace &space, const ReelPlan &plan, const std::vector<int> &reels);
+  // `reels` are columns of reels, each of which may have at most `span` reels more or less than the
+  // plan. Space and plan are REQUIRED to outlive this.
+  ReelNeighbourhood(const ReelSpace &space, const ReelPlan &plan, const std::vector<int> &reels,
+                    double span = kInfinite);
 
   // Looks for a plan that isBetter(). The cutoff is set here; two programmes share the seconds.
   NeighbourhoodResult search(WholeLimits limits) const;
@@ -36,7 +38,7 @@ class ReelNeighbourhood {
   void freeRollsOf(int row);
   void free(int column);
   int addRow(int row);
-  void addColumns();
+  void addColumns(double span);
   double fixedLoad(int row) const;
   WholeAnswer deliverMore(WholeLimits limits) const;
   WholeAnswer costLess(WholeLimits limits, double unmet, double cost) const;

@@ -36,6 +36,8 @@ constexpr std::array kDives = {DiveOptions{1, 0}, DiveOptions{1, 0.2}, DiveOptio
                                DiveOptions{0.25, 0}};
 constexpr std::size_t kFirstDives = 2;
 constexpr int kLargestScale = 8;
+// How many reels more or less of a pattern a part may have than the plan.
+constexpr double kSpan = 2;
 
 // The columns of reels by a key, in its order.
 using Groups = std::map<std::pair<std::string, Index>, std::vector<int>>;
@@ -66,8 +68,7 @@ class Search {
     }
     const bool isSmall = space_.reels().size() <= kDirectReels;
     if (!isSmall || !solveDirectly(kFirstNodes, false)) {
-      searchNeighbourhoods(false);
-      searchNeighbourhoods(true);
+      searchNeighbourhoods();
       if (isSmall) {
         solveDirectly(kDirectNodes, true);
       }
@@ -130,17 +131,20 @@ class Search {
     return result.isOptimal;
   }
 
-  void searchNeighbourhoods(bool cuts) {
-    searched_.clear();
-    cuts_ = cuts;
+  void searchNeighbourhoods() {
     for (int scale = 1; scale <= kLargestScale && !isOver();) {
       const ReelPlan before = plan_;
       searchEach(grades_, kGradePeriod, scale);
       searchEach(machines_, kMachinePeriod, scale);
-      searchPairs(scale);
-      searchEach(wholeGrades_, kPeriod, scale);
-      searchEach(periods_, kPeriod, scale);
-      scale *= isBetter(plan_, before) ? 1 : 2;
+      searchWindows(2, kGradePeriods, scale);
+      if (!isBetter(plan_, before)) {
+        searchWindows(3, kPeriod, scale);
+        searchEach(wholeGrades_, kPeriod, scale);
+        searchEach(periods_, kPeriod, scale);
+      }
+      const bool isDone = cuts_ && !isBetter(plan_, before);
+      cuts_ = !cuts_ && !isBetter(plan_, before);
+      scale *= isDone ? 2 : 1;
     }
   }
 
@@ -150,14 +154,17 @@ class Search {
     }
   }
 
-  // A grade in a period and in the next one.
-  void searchPairs(int scale) {
+  // A grade in so many periods one after the other; windows overlap.
+  void searchWindows(Index length, const Size &size, int scale) {
     for (const auto &[key, columns] : grades_) {
-      const auto next = grades_.find({key.first, key.second + 1});
-      if (next != grades_.end()) {
-        std::vector<int> both = columns;
-        both.insert(both.end(), next->second.begin(), next->second.end());
-        search(both, kGradePeriods, scale);
+      std::vector<int> window = columns;
+      for (Index next = 1; next < length; ++next) {
+        if (const auto more = grades_.find({key.first, key.second + next}); more != grades_.end()) {
+          window.insert(window.end(), more->second.begin(), more->second.end());
+        }
+      }
+      if (window.size() > columns.size()) {
+        search(window, size, scale);
       }
     }
   }
@@ -171,8 +178,10 @@ class Search {
     limits.cuts = cuts_;
     limits.seconds = std::min(size.seconds * scale, secondsLeft());
     const ReelNeighbourhood part(
-        space_, plan_, mostPromising(columns, size.reels * static_cast<std::size_t>(scale)));
-    const std::size_t key = part.fingerprint() + static_cast<std::size_t>(scale);
+        space_, plan_, mostPromising(columns, size.reels * static_cast<std::size_t>(scale)),
+        kSpan * scale);
+    const std::size_t key =
+        part.fingerprint() + static_cast<std::size_t>(2 * scale + (cuts_ ? 1 : 0));
     if (searched_.contains(key)) {
       return;
     }
@@ -187,6 +196,7 @@ class Search {
   // Those of the plan first, then those of the LP's plan, then by reduced cost.
   std::vector<int> mostPromising(const std::vector<int> &columns, std::size_t most) const {
     std::vector<std::pair<std::pair<int, double>, int>> ranked;
+    ranked.reserve(columns.size());
     for (const int column : columns) {
       const auto at = static_cast<std::size_t>(column);
       const int rank = plan_.values[at] > kUsed ? 0 : optimum_.primal[at] > kUsed ? 1 : 2;
@@ -195,6 +205,7 @@ class Search {
     std::sort(ranked.begin(), ranked.end());
     ranked.resize(std::min(ranked.size(), most));
     std::vector<int> chosen;
+    chosen.reserve(ranked.size());
     for (const auto &[rank, column] : ranked) {
       chosen.push_back(column);
     }

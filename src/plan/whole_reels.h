@@ -16,11 +16,12 @@ namespace corvane::plan {
 //   1. A first plan by diving (reel_dive.h), within seconds.
 //   2. Up to kDirectReels whole columns: CBC on the whole model, with a small tree.
 //   3. Beyond, or where that does not end: neighbourhoods (reel_neighbourhood.h), one grade in one
-//      period after the other, then the machines in one period, grades in two, grades in all, then
-//      whole periods; each with the reels that the plan has, those of the LP, and those of the
-//      least reduced costs. A part in which nothing was found is not searched again before it
-//      changes. Where a round makes nothing better the neighbourhoods grow, until the gap is
-//      reached, the time is up, or they have grown for nothing; then once more with cutting planes.
+//      period after the other, then the machines in one period, grades in windows of two periods;
+//      where these make nothing better, grades in three periods and in all, and whole periods. Each
+//      has the reels that the plan has, those of the LP, and those of the least reduced costs. A
+//      part in which nothing was found is not searched again before it changes. Where a round makes
+//      nothing better the next one has cutting planes, and after that the neighbourhoods grow, until
+//      the gap is reached, the time is up, or they have grown for nothing.
 //   4. Up to kDirectReels again CBC on the whole model, with a large tree.
 //
 // Searches end by numbers of nodes. So a run that the clock does not end is the same every time;

@@ -124,6 +124,7 @@ TEST(SmallNetworks, TheFirstReasonThatHoldsIsTold) {
   mill.orders = {{"G", "Nobody", 50.0, 0, 5}, {"G", "A", 44.0, 0, 5}};
   Planned planned(importText(mill));
   EXPECT_THAT(planned.record.plan.reasons, ElementsAre(Reason::kNoRoute, Reason::kNoPattern));
+  EXPECT_EQ(planned.lp.orderRow(0, 0), -1);  // a solver is not asked
   mill = smallMill();
   mill.cutters[0].capacity = 0.0;
   const Planned idle(importText(mill));
@@ -291,6 +292,33 @@ TEST(SmallNetworks, TheFirstDataHoldForThePeriodsBeforeThem) {
   const Planned planned(text);
   EXPECT_THAT(planned.record.faults, IsEmpty());
   EXPECT_THAT(planned.record.totals.unmetRolls, DoubleNear(60, kNear));
+}
+
+// Rolls of 60 fall off the reels that are made for 7 rolls of 30: the store has reels of two
+// cutters, at 3 and 2 an inch of waste, and the dearer counts. 7 x 60 x 3.
+TEST(SmallNetworks, SurplusCostsTheDearestWasteOfItsStore) {
+  TestMill mill = smallMill();
+  mill.cutters = {{"North", "C", "G", 120.0, 10.0, 3.0, {{60, 50}}},
+                  {"North", "C", "G", 100.0, 10.0, 2.0, {{60, 30}}}};
+  mill.orders = {{"G", "A", 30.0, 0, 7}};
+  const Planned planned(importText(mill));
+  EXPECT_THAT(planned.record.faults, IsEmpty());
+  EXPECT_THAT(planned.record.totals.cost.surplus, DoubleNear(7 * 60 * 3, 1e-6));
+  EXPECT_THAT(planned.record.totals.cost.waste, DoubleNear(7 * 10 * 2, 1e-6));
+}
+
+// 60 + 50 out of 100 cannot be, but where the file says that an inch is left over it holds.
+TEST(SmallNetworks, APatternWithTrimFitsItsDeckle) {
+  TestMill mill = smallMill();
+  mill.cutters[0].patterns = {{60, 50}};
+  std::string text = importText(mill);
+  const std::string none = "<commodity> \"Waste\" <in> False <quantity> 0";
+  const std::size_t at = text.find(none);
+  ASSERT_NE(at, std::string::npos);
+  text.replace(at, none.size(), none.substr(0, none.size() - 1) + '1');
+  const Planned planned(text);
+  EXPECT_TRUE(planned.problem.patterns[0].possible);
+  EXPECT_THAT(planned.record.totals.unmetRolls, DoubleNear(0, kNear));
 }
 
 // Three quarters of a period count as one; a train of 1.25 takes two and arrives in the third.

@@ -172,8 +172,17 @@ TEST(PlanWholeReels, DeliversARollThatMakesManyOthersDearer) {
   EXPECT_NEAR(whole->plan.cost, 1041, kTolerance);
 }
 
-// 7 reels for 75 rolls of 10 inches and one of 60: at least 6 stay unmet, whatever is made; the 5
-// above 70 and one of 60, or 10 more of 10 for that of 60, is 6 or 15.
+// The better plan has a reel more or less of each pattern: 6, 1 and 1 in place of 7, 0 and 0.
+TEST(ReelNeighbourhood, KeepsToItsSpan) {
+  const Planned mill(importText(dearRollMill()));
+  const ReelSpace space(mill.problem, mill.lp);
+  const ReelPlan plan = planWithoutTheRoll(space);
+  EXPECT_TRUE(ReelNeighbourhood(space, plan, space.reels(), 1).search({}).plan);
+  EXPECT_FALSE(ReelNeighbourhood(space, plan, space.reels(), 0).search({}).plan);
+}
+
+// 7 reels for 75 rolls of 10 inches and one of 60: with 7 reels of tens 5 + 1 stay unmet, with 6 of
+// them and one of 60 it would be 15. The van is dearer and stays at home.
 TEST(ReelNeighbourhood, KeepsTheLeastUnmetWhileItSaves) {
   TestMill small = dearRollMill();
   small.cutters.pop_back();
