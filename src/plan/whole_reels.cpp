@@ -68,7 +68,8 @@ class Search {
     }
     const bool isSmall = space_.reels().size() <= kDirectReels;
     if (!isSmall || !solveDirectly(kFirstNodes, false)) {
-      searchNeighbourhoods();
+      searchNeighbourhoods(false);
+      searchNeighbourhoods(true);
       if (isSmall) {
         solveDirectly(kDirectNodes, true);
       }
@@ -131,7 +132,9 @@ class Search {
     return result.isOptimal;
   }
 
-  void searchNeighbourhoods() {
+  void searchNeighbourhoods(bool cuts) {
+    searched_.clear();
+    cuts_ = cuts;
     for (int scale = 1; scale <= kLargestScale && !isOver();) {
       const ReelPlan before = plan_;
       searchEach(grades_, kGradePeriod, scale);
@@ -142,9 +145,7 @@ class Search {
         searchEach(wholeGrades_, kPeriod, scale);
         searchEach(periods_, kPeriod, scale);
       }
-      const bool isDone = cuts_ && !isBetter(plan_, before);
-      cuts_ = !cuts_ && !isBetter(plan_, before);
-      scale *= isDone ? 2 : 1;
+      scale *= isBetter(plan_, before) ? 1 : 2;
     }
   }
 
@@ -180,8 +181,7 @@ class Search {
     const ReelNeighbourhood part(
         space_, plan_, mostPromising(columns, size.reels * static_cast<std::size_t>(scale)),
         kSpan * scale);
-    const std::size_t key =
-        part.fingerprint() + static_cast<std::size_t>(2 * scale + (cuts_ ? 1 : 0));
+    const std::size_t key = part.fingerprint() + static_cast<std::size_t>(scale);
     if (searched_.contains(key)) {
       return;
     }

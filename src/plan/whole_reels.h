@@ -20,8 +20,8 @@ namespace corvane::plan {
 //      where these make nothing better, grades in three periods and in all, and whole periods. Each
 //      has the reels that the plan has, those of the LP, and those of the least reduced costs. A
 //      part in which nothing was found is not searched again before it changes. Where a round makes
-//      nothing better the next one has cutting planes, and after that the neighbourhoods grow, until
-//      the gap is reached, the time is up, or they have grown for nothing.
+//      nothing better the neighbourhoods grow, until the gap is reached, the time is up, or they
+//      have grown for nothing; then once more with cutting planes.
 //   4. Up to kDirectReels again CBC on the whole model, with a large tree.
 //
 // Searches end by numbers of nodes. So a run that the clock does not end is the same every time;

@@ -181,6 +181,22 @@ TEST(NetworkReader, ALaterLineReplacesAnEarlierOneWithAWarning) {
               HasSubstr("is 3 here and was 1 in line " + std::to_string(lineOf(node))));
 }
 
+TEST(NetworkReader, OfManyReplacedValuesTheFirstAndTheLastAreTold) {
+  const std::string node =
+      "addnode <type> \"Delay\" <name> \"Rail_G_A_30.000\" <periodstodelay> 1 <period> \"2\"\n";
+  std::string text;
+  for (const char *delay : {"1", "3", "4", "5"}) {
+    std::string line = node;
+    text += line.replace(line.find("> 1 <") + 2, 1, delay);
+  }
+  const Network network = readNetworkText(changed(node, text));
+  ASSERT_EQ(network.warnings.size(), 1U);
+  EXPECT_THAT(network.warnings[0].text,
+              HasSubstr("is 3 here and was 1 in line " + std::to_string(lineOf(node)) +
+                        " (period 2); 2 more such lines, the last is line " +
+                        std::to_string(lineOf(node) + 3) + " with 5; the later line"));
+}
+
 TEST(NetworkReader, AnAmountGivenTwiceIsTold) {
   const std::string line =
       "addattach <node> \"G_A_30.000\" <commodity> \"DemandWidth30\" <in> True";
