@@ -14,6 +14,8 @@ namespace {
 
 // Reels below this are what a solver's tolerances leave of 0.
 constexpr double kUsed = 1e-9;
+// Rolls.
+constexpr double kWorthTelling = 0.05;
 
 int mostRolls(const PlanProblem &problem) {
   double most = 1;
@@ -62,8 +64,12 @@ std::string ImproveStep::summary() const {
            fixed(report_.unmet, 1) + " are left, and no patterns leave fewer than " +
            fixed(std::max(report_.unmetBound, 0.0), 1);
   }
+  const std::string fewer =
+      report_.firstUnmet - report_.unmet < kWorthTelling
+          ? ""
+          : "rolls unmet " + fixed(report_.firstUnmet, 1) + " to " + fixed(report_.unmet, 1) + ", ";
   const std::string gain =
-      work + ": cost " + fixed(report_.firstCost, 0) + " to " + fixed(report_.cost, 0);
+      work + ": " + fewer + "cost " + fixed(report_.firstCost, 0) + " to " + fixed(report_.cost, 0);
   const std::string all = " of at most " + std::to_string(limit_) + " rolls";
   if (report_.isComplete) {
     return gain + "; no pattern" + all + " on these deckles can make the plan cheaper";

@@ -30,6 +30,10 @@ constexpr unsigned long kMayReadAll = 2;
 
 constexpr int kNotStarted = 127;
 
+// The loader takes a blank in the name of a library for the end of it, and a checkout may have one
+// in its path: the run finds the library by a link in its folder.
+constexpr const char *kPreloadedLink = "./preloaded.so";
+
 // A build for coverage counts into files that all runs share: a run whose files are cut short must
 // leave them alone.
 constexpr const char *kCountsVariable = "LLVM_PROFILE_FILE";
@@ -72,10 +76,20 @@ std::vector<std::string> environmentOf(const Child &child) {
   for (const auto &[name, value] : child.environment) {
     lines.push_back(name + "=" + value);
   }
+  if (!child.preloaded.empty()) {
+    lines.push_back(std::string("LD_PRELOAD=") + kPreloadedLink);
+  }
   if (child.mostFileBytes) {
     lines.push_back(std::string(kCountsVariable) + "=" + kNoCounts);
   }
   return lines;
+}
+
+void linkPreloaded(const Child &child) {
+  const std::filesystem::path link = child.folder / kPreloadedLink;
+  if (!child.preloaded.empty() && !std::filesystem::is_symlink(link)) {
+    std::filesystem::create_symlink(child.preloaded, link);
+  }
 }
 
 void limitFileSize(unsigned long bytes) {
@@ -151,6 +165,7 @@ Result runWith(const Child &child, WhileRunning whileRunning) {
     environment.push_back(line.data());
   }
   environment.push_back(nullptr);
+  linkPreloaded(child);
   const int output = openOutput(child, out);
   const pid_t process = forkSafely();
   if (process == 0) {

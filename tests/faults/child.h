@@ -14,6 +14,8 @@ struct Child {
   std::filesystem::path folder;  // its working directory
   // Set for the run; variables that steer the program or its test libraries are not inherited.
   std::map<std::string, std::string> environment = {};
+  // A library that the run loads before its own; empty for none.
+  std::filesystem::path preloaded = {};
   // Where standard output goes, instead of into the result: a file, or a pipe that nobody reads.
   std::optional<std::filesystem::path> outputTo = std::nullopt;
   bool outputIsClosedPipe = false;

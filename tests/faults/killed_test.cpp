@@ -59,7 +59,7 @@ class KilledRun : public testing::Test {
   Result runWith(const std::map<std::string, std::string> &environment) const {
     Child child = mill_.onClp();
     child.environment.insert(environment.begin(), environment.end());
-    child.environment.emplace("LD_PRELOAD", CORVANE_ENDING_WRITE_LIBRARY);
+    child.preloaded = CORVANE_ENDING_WRITE_LIBRARY;
     return runChild(child);
   }
 

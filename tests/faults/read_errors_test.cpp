@@ -39,9 +39,11 @@ class ReadError : public testing::TestWithParam<Input> {
   }
 
   Result runFailingAfter(std::size_t bytes) const {
-    return mill_.run({{"LD_PRELOAD", CORVANE_FAILING_READ_LIBRARY},
-                      {"CORVANE_FAILING_READ", file().string()},
-                      {"CORVANE_FAILING_READ_AFTER", std::to_string(bytes)}});
+    Child child = mill_.scripted();
+    child.preloaded = CORVANE_FAILING_READ_LIBRARY;
+    child.environment = {{"CORVANE_FAILING_READ", file().string()},
+                         {"CORVANE_FAILING_READ_AFTER", std::to_string(bytes)}};
+    return runChild(child);
   }
 
   MillRun mill_;

@@ -311,5 +311,16 @@ TEST_F(AdviceRun, WhatDelaysCostIsTheFirstWarning) {
                                      "for all: --delays by-mill tells"));
 }
 
+// 70 reels of a week, of one roll each before and of two then.
+TEST_F(AdviceRun, ImprovingTellsOfTheRollsThatItDelivers) {
+  TestMill mill = oneMill(200);
+  mill.cutters[0].patterns = {{50}, {30, 30}};
+  mill.orders.push_back({"G", "A", 30.0, 0, 1});
+  PlanRequest request;
+  request.improve = true;
+  run(mill, request);
+  EXPECT_THAT(out_.str(), HasSubstr("rounds: rolls unmet 130.5 to 61.0, cost "));
+}
+
 }  // namespace
 }  // namespace corvane::plan

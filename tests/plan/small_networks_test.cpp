@@ -196,6 +196,18 @@ TEST(SmallNetworks, OneDelayNodeHasTheDelayThatWasWrittenLast) {
   EXPECT_THAT(byMill.record.totals.unmetRolls, DoubleNear(0, kNear));
 }
 
+// Only the South cuts the width, and its goods arrive a period late, whatever the North's do.
+TEST(SmallNetworks, ByMillEachMillKeepsItsOwnDelay) {
+  TestMill mill = smallMill();
+  mill.periods = {"1", "2"};
+  mill.cutters.push_back({"South", "D", "G", 100.0, 10.0, 2.0, {{40, 40}}});
+  mill.orders = {{"G", "A", 40.0, 0, 5}, {"G", "A", 40.0, 1, 3}};
+  mill.rates = {{"South", "A", "Rail", 1.0, 1.0}, {"North", "A", "Rail", 1.0, 0.0}};
+  const Planned byMill(importText(mill), {.delaysByMill = true});
+  EXPECT_THAT(byMill.record.faults, IsEmpty());
+  EXPECT_THAT(byMill.record.plan.unmet, ElementsAre(DoubleNear(5, kNear), DoubleNear(0, kNear)));
+}
+
 // One name for two machines is one machine with the days of one: 140 rolls of 200.
 TEST(SmallNetworks, AMachineOfTwoMillsHasItsTimeOnce) {
   TestMill mill = smallMill();
