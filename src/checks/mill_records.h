@@ -67,7 +67,7 @@ struct FileRecords {
 
   // Whether the file is what was meant as a whole, so that what is missing in it is missing.
   bool isUsable() const { return file != nullptr && scan.isUsable; }
-  bool mayHave(const std::string &name) const { return scan.namesInBrokenLines.count(name) > 0; }
+  bool mayHave(const std::string &name) const { return scan.namesInBrokenLines.contains(name); }
 };
 
 struct MillRecords {

@@ -67,6 +67,18 @@ struct Role {
   NamedPath path;
 };
 
+using Roles = std::array<Role, 6>;
+
+// The first of the roles before this one whose file is the same.
+std::optional<std::size_t> metBefore(const Roles &roles, std::size_t role) {
+  for (std::size_t before = 0; before < role; ++before) {
+    if (isSameFile(roles[role].path.path, roles[before].path.path)) {
+      return before;
+    }
+  }
+  return std::nullopt;
+}
+
 }  // namespace
 
 NamedPath namedPath(const QString &name, const fs::path &folder) {
@@ -78,7 +90,7 @@ void checkPaths(const MillRecords &mill, const ParameterLines &lines,
                 const NamedPath &parameterFile, const fs::path &folder, FindingSink &sink) {
   const SourceFile &file = *mill.parameterFile.file;
   const RunParameters &parameters = mill.parameters;
-  const std::array<Role, 6> roles = {{
+  const Roles roles = {{
       {{}, "the parameter file", parameterFile},
       {"machine file", "the machine file", namedPath(parameters.machineFile, folder)},
       {"order file", "the order file", namedPath(parameters.orderFile, folder)},
@@ -88,10 +100,7 @@ void checkPaths(const MillRecords &mill, const ParameterLines &lines,
   }};
   constexpr std::size_t kFirstOutput = 4;
   for (std::size_t i = 1; i < roles.size(); ++i) {
-    std::optional<std::size_t> met;
-    for (std::size_t j = 0; j < i && !met; ++j) {
-      met = isSameFile(roles[i].path.path, roles[j].path.path) ? std::optional(j) : std::nullopt;
-    }
+    const std::optional<std::size_t> met = metBefore(roles, i);
     const std::string why = i >= kFirstOutput && !met ? whyNotWritable(roles[i].path.path) : "";
     if (!met && why.empty()) {
       continue;

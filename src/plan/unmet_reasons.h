@@ -11,7 +11,8 @@ namespace corvane::plan {
 struct MachineTime {
   Index machine = kNone;
   Index period = 0;
-  auto operator<=>(const MachineTime &) const = default;
+  // clang-tidy 14 takes the 0 that compilers put in here for a null pointer of ours.
+  auto operator<=>(const MachineTime &) const = default;  // NOLINT(modernize-use-nullptr)
 };
 
 // Days that the plan uses of each machine, at machine * T + period.
