@@ -115,7 +115,6 @@ TEST(CornerChoice, AnotherMatrixStartsTheCountAgain) {
 TEST(CornerChoice, AProgramThatGrewIsNotRemembered) {
   KnownMatrix known;
   solveNext(mixes(3, 3), known);
-  TestLp part = mixes(3, 3);
   LinearProgram program = programOf({.cost = {9},
                                      .matrix = {{1}, {1}},
                                      .senses = "GG",
@@ -124,17 +123,7 @@ TEST(CornerChoice, AProgramThatGrewIsNotRemembered) {
                                      .upper = {1e20}});
   Solver solver;
   solver.solve(program, Method::kPrimal, known);
-  const SparseColumns sparse(part, 0, 4);
-  ColumnBatch batch;
-  batch.columns = 4;
-  batch.costs = part.cost.data();
-  batch.starts = sparse.start.data();
-  batch.counts = sparse.count.data();
-  batch.rows = sparse.row.data();
-  batch.values = sparse.value.data();
-  batch.lower = part.lower.data();
-  batch.upper = part.upper.data();
-  ASSERT_TRUE(program.addColumns(batch));
+  ASSERT_TRUE(append(program, mixes(3, 3)));
   const Solution solution = solver.solve(program, Method::kPrimal, known);
   EXPECT_EQ(checkOptimal(program, solution), "");
   solver.remember(program, solution, known);

@@ -8,20 +8,38 @@
 
 namespace corvane::lp::testing {
 
-inline LinearProgram programOf(const TestLp &lp) {
-  const SparseColumns sparse(lp, 0, lp.columns());
+// The columns of a ColumnPool, or of whatever holds arrays of those names without gaps, where they
+// stand.
+template <typename Arrays>
+ColumnBatch batchOf(const Arrays &columns) {
   ColumnBatch batch;
-  batch.columns = lp.columns();
-  batch.costs = lp.cost.data();
-  batch.starts = sparse.start.data();
-  batch.counts = sparse.count.data();
-  batch.rows = sparse.row.data();
-  batch.values = sparse.value.data();
-  batch.lower = lp.lower.data();
-  batch.upper = lp.upper.data();
+  batch.columns = static_cast<int>(columns.cost.size());
+  batch.nonzeros = static_cast<int>(columns.row.size());
+  batch.costs = columns.cost.data();
+  batch.starts = columns.start.data();
+  batch.rows = columns.row.data();
+  batch.values = columns.value.data();
+  batch.lower = columns.lower.data();
+  batch.upper = columns.upper.data();
+  return batch;
+}
+
+// Appends the columns of `lp` from `begin` on; false when one is refused.
+[[nodiscard]] inline bool append(LinearProgram &program, const TestLp &lp, int begin = 0) {
+  const SparseColumns sparse(lp, begin, lp.columns());
+  const ColumnPool pool{.cost = {lp.cost.begin() + begin, lp.cost.end()},
+                        .lower = {lp.lower.begin() + begin, lp.lower.end()},
+                        .upper = {lp.upper.begin() + begin, lp.upper.end()},
+                        .start = sparse.start,
+                        .row = sparse.row,
+                        .value = sparse.value};
+  return program.addColumns(batchOf(pool));
+}
+
+inline LinearProgram programOf(const TestLp &lp) {
   LinearProgram program;
   if (!program.setRows({lp.rows(), lp.rhs.data(), lp.senses.data()}, lp.objectiveSense) ||
-      !program.addColumns(batch)) {
+      !append(program, lp)) {
     return {};
   }
   return program;

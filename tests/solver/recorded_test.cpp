@@ -10,6 +10,7 @@
 
 #include "solver/cutting_stock.h"
 #include "solver/linear_program.h"
+#include "solver/program_of.h"
 #include "solver/solution_check.h"
 
 namespace corvane::lp::testing {
@@ -32,19 +33,6 @@ class Environment {
   Environment &operator=(const Environment &) = delete;
   CPXENVptr env;
 };
-
-bool append(LinearProgram &program, const Columns &columns) {
-  ColumnBatch batch;
-  batch.columns = columns.size();
-  batch.nonzeros = columns.entries();
-  batch.costs = columns.cost.data();
-  batch.starts = columns.start.data();
-  batch.rows = columns.row.data();
-  batch.values = columns.value.data();
-  batch.lower = columns.lower.data();
-  batch.upper = columns.upper.data();
-  return program.addColumns(batch);
-}
 
 LinearProgram programWithRows(const std::vector<double> &rhs) {
   const std::string senses(rhs.size(), 'G');
@@ -81,7 +69,7 @@ std::vector<double> replay(const MillRecord &record, bool barrier = false) {
     LinearProgram program = programWithRows(master.rhs);
     Problem problem(environment.env);
     for (std::size_t b = 0; b < master.batches.size(); ++b) {
-      EXPECT_TRUE(append(program, master.batches[b]));
+      EXPECT_TRUE(program.addColumns(batchOf(master.batches[b])));
       EXPECT_EQ(
           b == 0 ? problem.load(master.batches[b], master.rhs) : problem.add(master.batches[b]), 0);
       EXPECT_EQ(problem.solve(barrier), 1);
@@ -90,7 +78,7 @@ std::vector<double> replay(const MillRecord &record, bool barrier = false) {
   }
   for (const std::vector<double> &rhs : record.finalRhs) {
     LinearProgram program = programWithRows(rhs);
-    EXPECT_TRUE(append(program, record.finalColumns));
+    EXPECT_TRUE(program.addColumns(batchOf(record.finalColumns)));
     Problem problem(environment.env);
     EXPECT_EQ(problem.load(record.finalColumns, rhs), 0);
     EXPECT_EQ(problem.solve(barrier), 1);
@@ -215,7 +203,7 @@ TEST(RecordedFinal, AMatrixThatComesAgainWithOtherDemands) {
       rhs[i] = (i + turn) % 4 == 0 ? 0.0 : static_cast<double>((i * 37 + turn * 101) % 500);
     }
     LinearProgram program = programWithRows(rhs);
-    ASSERT_TRUE(append(program, record.finalColumns));
+    ASSERT_TRUE(program.addColumns(batchOf(record.finalColumns)));
     Problem problem(environment.env);
     ASSERT_EQ(problem.load(record.finalColumns, rhs), 0);
     ASSERT_EQ(problem.solve(), 1);
@@ -231,7 +219,7 @@ TEST(RecordedFinal, AnotherMatrixInBetween) {
   const Environment environment;
   for (const MillRecord *record : {&one, &other, &one, &one, &other}) {
     LinearProgram program = programWithRows(record->finalRhs[0]);
-    ASSERT_TRUE(append(program, record->finalColumns));
+    ASSERT_TRUE(program.addColumns(batchOf(record->finalColumns)));
     Problem problem(environment.env);
     ASSERT_EQ(problem.load(record->finalColumns, record->finalRhs[0]), 0);
     ASSERT_EQ(problem.solve(), 1);

@@ -53,25 +53,12 @@ class GrowingLp {
   int between(int low, int high) { return std::uniform_int_distribution<int>(low, high)(random_); }
 
   void add(const std::vector<std::pair<int, int>> &entries, double cost) {
-    const int start = 0;
-    const double lower = 0.0;
-    const double upper = 1e20;
-    std::vector<int> rows;
-    std::vector<double> values;
+    ColumnPool column{.cost = {cost}, .lower = {0}, .upper = {1e20}, .row = {}, .value = {}};
     for (const auto &[row, count] : entries) {
-      rows.push_back(row);
-      values.push_back(count);
+      column.row.push_back(row);
+      column.value.push_back(count);
     }
-    ColumnBatch batch;
-    batch.columns = 1;
-    batch.nonzeros = static_cast<int>(rows.size());
-    batch.costs = &cost;
-    batch.starts = &start;
-    batch.rows = rows.data();
-    batch.values = values.data();
-    batch.lower = &lower;
-    batch.upper = &upper;
-    EXPECT_TRUE(program_.addColumns(batch));
+    EXPECT_TRUE(program_.addColumns(batchOf(column)));
   }
 
   std::mt19937 random_;
@@ -121,17 +108,7 @@ TEST_P(Roads, FinalProgramsOfOneMatrix) {
     const std::string senses(kRows, 'G');
     LinearProgram program;
     ASSERT_TRUE(program.setRows({kRows, rhs.data(), senses.data()}, 1));
-    const ColumnPool pool = growing.program().pool();
-    ColumnBatch batch;
-    batch.columns = pool.size();
-    batch.nonzeros = static_cast<int>(pool.row.size());
-    batch.costs = pool.cost.data();
-    batch.starts = pool.start.data();
-    batch.rows = pool.row.data();
-    batch.values = pool.value.data();
-    batch.lower = pool.lower.data();
-    batch.upper = pool.upper.data();
-    ASSERT_TRUE(program.addColumns(batch));
+    ASSERT_TRUE(program.addColumns(batchOf(growing.program().pool())));
     Solver solver(Plain::kOff, GetParam().thresholds);
     const Solution solution = solver.solve(program, Method::kPrimal, known);
     expectOptimal(program, solution);

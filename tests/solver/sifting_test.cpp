@@ -76,17 +76,7 @@ TEST(Sifting, HandsTheProgramOverAgainWhenItsNumbersGrow) {
                                         .rhs = {4, 4, 4},
                                         .lower = {0},
                                         .upper = {1e20}});
-  const ColumnPool &pool = dear.pool();
-  ColumnBatch batch;
-  batch.columns = 1;
-  batch.nonzeros = 1;
-  batch.costs = pool.cost.data();
-  batch.starts = pool.start.data();
-  batch.rows = pool.row.data();
-  batch.values = pool.value.data();
-  batch.lower = pool.lower.data();
-  batch.upper = pool.upper.data();
-  ASSERT_TRUE(lp.addColumns(batch));
+  ASSERT_TRUE(lp.addColumns(batchOf(dear.pool())));
   ASSERT_EQ(sifting.optimise(Method::kPrimal), Status::kOptimal);
   EXPECT_EQ(sifting.working().costScale(), 0.25);
   EXPECT_EQ(checkOptimal(lp, sifting.solution()), "");

@@ -35,20 +35,6 @@ TestLp covering(int columns = 4) {
 // What it costs at best: 4 of the last column, and the rest of each row.
 constexpr double kLeastCost = 4 * 2 + 1 + 2;
 
-void add(LinearProgram &program, const TestLp &lp, int begin) {
-  const SparseColumns sparse(lp, begin, lp.columns());
-  ColumnBatch batch;
-  batch.columns = lp.columns() - begin;
-  batch.nonzeros = static_cast<int>(sparse.row.size());
-  batch.costs = lp.cost.data() + begin;
-  batch.starts = sparse.start.data();
-  batch.rows = sparse.row.data();
-  batch.values = sparse.value.data();
-  batch.lower = lp.lower.data() + begin;
-  batch.upper = lp.upper.data() + begin;
-  ASSERT_TRUE(program.addColumns(batch));
-}
-
 void expectLeastCost(const LinearProgram &lp, const Solution &solution) {
   ASSERT_EQ(solution.status, Status::kOptimal);
   EXPECT_EQ(checkOptimal(lp, solution), "");
@@ -171,7 +157,7 @@ TEST(Solver, GoesOnWhereColumnsWereAdded) {
     EXPECT_THAT(first.activities,
                 ElementsAre(Pair(0, DoubleNear(4, 1e-9)), Pair(1, DoubleNear(5, 1e-9)),
                             Pair(2, DoubleNear(6, 1e-9))));
-    add(lp, covering(), 3);
+    ASSERT_TRUE(append(lp, covering(), 3));
     expectLeastCost(lp, solver.solve(lp, Method::kPrimal, {}));
     expectLeastCost(lp, solver.solve(lp, Method::kBarrier, {}));
   }
@@ -187,7 +173,7 @@ TEST(Solver, GoesOnWhereColumnsWereAddedToAKnownMatrix) {
   LinearProgram lp = programOf(covering(3));
   Solver solver;
   ASSERT_EQ(solver.solve(lp, Method::kPrimal, known).status, Status::kOptimal);
-  add(lp, covering(), 3);
+  ASSERT_TRUE(append(lp, covering(), 3));
   expectLeastCost(lp, solver.solve(lp, Method::kPrimal, known));
 }
 
@@ -196,7 +182,7 @@ TEST(Solver, RemembersNothingOfAProgramThatGrew) {
   Solver solver;
   KnownMatrix known;
   solver.solve(lp, Method::kPrimal, known);
-  add(lp, covering(), 3);
+  ASSERT_TRUE(append(lp, covering(), 3));
   const Solution solution = solver.solve(lp, Method::kPrimal, known);
   solver.remember(lp, solution, known);
   EXPECT_EQ(known.solutions, 0);

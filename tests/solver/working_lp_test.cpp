@@ -65,22 +65,8 @@ TEST(WorkingLp, NoLongerFitsWhenNumbersOrRowsChange) {
   LinearProgram lp = program();
   const WorkingLp working(lp, {0, 1});
   EXPECT_TRUE(working.stillFits());
-  const double cost = -1;
-  const int start = 0;
-  const int row = 1;
-  const double value = -1;
-  const double lower = 0;
-  const double upper = 1e20;
-  ColumnBatch batch;
-  batch.columns = 1;
-  batch.nonzeros = 1;
-  batch.costs = &cost;
-  batch.starts = &start;
-  batch.rows = &row;
-  batch.values = &value;
-  batch.lower = &lower;
-  batch.upper = &upper;
-  ASSERT_TRUE(lp.addColumns(batch));
+  const ColumnPool column{.cost = {-1}, .lower = {0}, .upper = {1e20}, .row = {1}, .value = {-1}};
+  ASSERT_TRUE(lp.addColumns(batchOf(column)));
   EXPECT_FALSE(working.stillFits()) << "row 1 may bind now";
 }
 
