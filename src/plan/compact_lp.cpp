@@ -150,6 +150,19 @@ void CompactLp::addUnmet(const PlanProblem &problem) {
   }
 }
 
+Basis CompactLp::idleBasis() const {
+  Basis basis;
+  for (const ColumnRole &role : columns_) {
+    const bool isBasic = role.kind == ColumnKind::kUnmet || role.kind == ColumnKind::kSurplus;
+    basis.columns.push_back(isBasic ? Place::kBasic : Place::kLow);
+  }
+  for (const RowRole &role : rows_) {
+    const bool isBasic = role.kind == RowKind::kMachine || role.kind == RowKind::kSplit;
+    basis.rows.push_back(isBasic ? Place::kBasic : Place::kLow);
+  }
+  return basis;
+}
+
 double CompactLp::unmetWeight(const PlanProblem &problem, int column) const {
   const ColumnRole &role = this->column(column);
   return problem.orders[role.what].undercost[role.period] / problem.highestUndercost;

@@ -67,6 +67,9 @@ class CompactLp {
   // By pattern and period, in the order of PlanProblem::patterns.
   int reelsColumn(Index pattern, std::size_t period) const { return at(reels_, pattern, period); }
 
+  // The basis of the plan that makes nothing: all demand is unmet. It is feasible.
+  Basis idleBasis() const;
+
   // The objective of the first step: undercost by column in units of the highest one.
   const std::vector<int> &unmetColumns() const { return unmetColumns_; }
   double unmetWeight(const PlanProblem &problem, int column) const;

@@ -1,7 +1,6 @@
 #include "plan/improve_step.h"
 
 #include <algorithm>
-#include <cmath>
 #include <fstream>
 
 #include "core/files.h"
@@ -32,8 +31,20 @@ int mostRolls(const PlanProblem &problem) {
 std::string lineOf(const ImproveReport &report) {
   return "Improving: round " + std::to_string(report.rounds) + ", " +
          std::to_string(report.patterns) + " patterns" +
-         (std::isnan(report.cost) ? ", " + fixed(report.unmet, 0) + " rolls unmet"
-                                  : ", cost " + fixed(report.cost, 0));
+         (report.unmet < kWorthTelling ? "" : ", " + fixed(report.unmet, 0) + " rolls unmet") +
+         ", cost " + fixed(report.cost, 0);
+}
+
+// "leave fewer than 4.0 rolls unmet, nor bring the cost below 90, 10 % less".
+std::string boundsOf(const ImproveReport &report) {
+  const double bound = std::max(report.costBound, 0.0);
+  const std::string cost =
+      "bring " + std::string(report.unmet < kWorthTelling ? "it" : "the cost") + " below " +
+      fixed(bound, 0) + ", " + general(100 * (1 - bound / report.cost)) + " % less";
+  return report.unmet < kWorthTelling
+             ? cost
+             : "leave fewer than " + fixed(std::max(report.unmetBound, 0.0), 1) +
+                   " rolls unmet, nor " + cost;
 }
 
 }  // namespace
@@ -46,36 +57,31 @@ ImproveStep::ImproveStep(const std::optional<RunParameters> &mill, Network &netw
                          PlanProblem &problem)
     : mill_(mill), network_(network), problem_(problem), limit_(rollsInPattern(mill, problem)) {}
 
-void ImproveStep::run(double seconds, ProgressLine &progress) {
+void ImproveStep::run(double seconds, const std::function<double()> &clock,
+                      ProgressLine &progress) {
   std::vector<CutterMenu> menus = cutterMenus(network_, problem_);
   if (mill_) {
     MillNames(MillInputs(*mill_)).makeExact(menus, problem_);
   }
-  report_ = improvePatterns(
-      network_, problem_, menus, {limit_, seconds},
+  improvement_ = improvePatterns(
+      network_, problem_, menus, {limit_, seconds, clock},
       [&](const ImproveReport &report) { progress.show([&] { return lineOf(report); }); });
 }
 
 std::string ImproveStep::summary() const {
-  const std::string work = std::to_string(report_.patterns) + " patterns in " +
-                           std::to_string(report_.rounds) + " rounds";
-  if (std::isnan(report_.cost)) {
-    return work + ", ended by time: of " + fixed(report_.firstUnmet, 1) + " rolls unmet " +
-           fixed(report_.unmet, 1) + " are left, and no patterns leave fewer than " +
-           fixed(std::max(report_.unmetBound, 0.0), 1);
-  }
+  const ImproveReport &report = improvement_->report;
   const std::string fewer =
-      report_.firstUnmet - report_.unmet < kWorthTelling
+      report.firstUnmet - report.unmet < kWorthTelling
           ? ""
-          : "rolls unmet " + fixed(report_.firstUnmet, 1) + " to " + fixed(report_.unmet, 1) + ", ";
-  const std::string gain =
-      work + ": " + fewer + "cost " + fixed(report_.firstCost, 0) + " to " + fixed(report_.cost, 0);
+          : "rolls unmet " + fixed(report.firstUnmet, 1) + " to " + fixed(report.unmet, 1) + ", ";
+  const std::string gain = std::to_string(report.patterns) + " patterns in " +
+                           std::to_string(report.rounds) + " rounds: " + fewer + "cost " +
+                           fixed(report.firstCost, 0) + " to " + fixed(report.cost, 0);
   const std::string all = " of at most " + std::to_string(limit_) + " rolls";
-  if (report_.isComplete) {
-    return gain + "; no pattern" + all + " on these deckles can make the plan cheaper";
-  }
-  return gain + ", ended by time; no patterns" + all + " can bring it below " +
-         fixed(std::max(report_.costBound, 0.0), 0);
+  return report.isComplete
+             ? gain + "; no pattern" + all + " on these deckles can make the plan cheaper"
+             : gain + (report.isTimeUp ? ", ended by time" : ", ended by rounding") +
+                   "; no patterns" + all + " can " + boundsOf(report);
 }
 
 bool ImproveStep::writeModel(const std::vector<double> &reels, const std::string &file) const {

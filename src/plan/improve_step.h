@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -21,11 +22,14 @@ class ImproveStep {
   // name the inputs, whose widths have more digits than the file's.
   ImproveStep(const std::optional<RunParameters> &mill, Network &network, PlanProblem &problem);
 
-  // Adds patterns to the network and the problem.
-  void run(double seconds, ProgressLine &progress);
+  // Adds patterns to the network and the problem. REQUIRED before what follows.
+  void run(double seconds, const std::function<double()> &clock, ProgressLine &progress);
 
   int limit() const { return limit_; }
-  const ImproveReport &report() const { return report_; }
+  const ImproveReport &report() const { return improvement_->report; }
+  // The LP of the improved problem, and a basis for it.
+  const CompactLp &lp() const { return improvement_->lp; }
+  const Basis &basis() const { return improvement_->basis; }
   // One line for a planner: from what to what, and what holds of all other patterns.
   std::string summary() const;
 
@@ -39,7 +43,7 @@ class ImproveStep {
   Network &network_;
   PlanProblem &problem_;
   int limit_;
-  ImproveReport report_;
+  std::optional<Improvement> improvement_;
 };
 
 }  // namespace corvane::plan

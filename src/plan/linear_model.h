@@ -40,6 +40,14 @@ enum class Method { kDual, kPrimal, kBarrier };
 
 enum class Status { kOptimal, kInfeasible, kUnbounded, kStopped };
 
+enum class Place : char { kLow, kHigh, kBasic };
+
+// Which columns and rows are basic, and at which of their bounds the others are.
+struct Basis {
+  std::vector<Place> columns;
+  std::vector<Place> rows;
+};
+
 struct LinearSolution {
   Status status = Status::kStopped;
   double objective = 0.0;

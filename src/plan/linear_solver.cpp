@@ -43,6 +43,18 @@ std::vector<double> copy(const double *values, int count) {
                            : std::vector<double>(values, values + count);
 }
 
+Place placeOf(ClpSimplex::Status status) {
+  return status == ClpSimplex::basic          ? Place::kBasic
+         : status == ClpSimplex::atUpperBound ? Place::kHigh
+                                              : Place::kLow;
+}
+
+ClpSimplex::Status statusOf(Place place) {
+  return place == Place::kBasic  ? ClpSimplex::basic
+         : place == Place::kHigh ? ClpSimplex::atUpperBound
+                                 : ClpSimplex::atLowerBound;
+}
+
 // CLP is not asked where there is nothing to decide.
 LinearSolution nothingToSolve(const ClpSimplex &simplex) {
   LinearSolution solution;
@@ -152,6 +164,32 @@ void LinearSolver::addColumns(const LinearModel &model, int first) {
       relative.data(), model.rowOf.data() + starts.front(), model.value.data() + starts.front());
 }
 
+Basis LinearSolver::basis() const {
+  const ClpSimplex &simplex = clp_->simplex;
+  Basis basis;
+  for (int column = 0; column < simplex.numberColumns(); ++column) {
+    basis.columns.push_back(placeOf(simplex.getColumnStatus(column)));
+  }
+  for (int row = 0; row < simplex.numberRows(); ++row) {
+    basis.rows.push_back(placeOf(simplex.getRowStatus(row)));
+  }
+  return basis;
+}
+
+void LinearSolver::setBasis(const Basis &basis) {
+  ClpSimplex &simplex = clp_->simplex;
+  simplex.createStatus();
+  for (int column = 0; column < simplex.numberColumns(); ++column) {
+    const auto at = static_cast<std::size_t>(column);
+    simplex.setColumnStatus(
+        column, at < basis.columns.size() ? statusOf(basis.columns[at]) : ClpSimplex::atLowerBound);
+  }
+  for (int row = 0; row < simplex.numberRows(); ++row) {
+    simplex.setRowStatus(row, statusOf(basis.rows[static_cast<std::size_t>(row)]));
+  }
+  clp_->solved = true;
+}
+
 void LinearSolver::setTimeLimit(double seconds) {
   clp_->simplex.setMaximumSeconds(seconds > 0.0 ? seconds : -1.0);
 }
@@ -164,11 +202,20 @@ LinearSolution LinearSolver::solve(Method method) {
   if (clp_->solved && method == Method::kDual) {
     simplex.dual();
   } else if (clp_->solved && method == Method::kPrimal) {
-    simplex.primal(1);
+    simplex.primal();
   } else {
     clp_->solveFromScratch(method);
   }
   return clp_->solution(method);
+}
+
+LinearSolution LinearSolver::solve(Method method, int pivotsARow) {
+  ClpSimplex &simplex = clp_->simplex;
+  const int most = simplex.maximumIterations();
+  simplex.setMaximumIterations(pivotsARow * simplex.numberRows());
+  LinearSolution solution = solve(method);
+  simplex.setMaximumIterations(most);
+  return solution;
 }
 
 LinearSolution LinearSolver::solveAfresh(int dualPivotsARow) {

@@ -30,11 +30,19 @@ class LinearSolver {
   // The columns of the model from `first` on, which are not in the solver yet.
   void addColumns(const LinearModel &model, int first);
 
+  // The basis of the last solve.
+  Basis basis() const;
+  // The basis that solve() begins from. Columns that it does not have are at their lower bounds.
+  // REQUIRES a place for each row.
+  void setBasis(const Basis &basis);
+
   // Seconds of processor time from now on for the following solves; 0: no limit.
   void setTimeLimit(double seconds);
 
   // Solves from the basis that there is. The barrier starts afresh, and crosses over to a vertex.
   LinearSolution solve(Method method);
+  // The same, and stopped after so many pivots a row.
+  LinearSolution solve(Method method, int pivotsARow);
 
   // Solves afresh, whatever the basis: by the dual simplex, and by the barrier where that has not
   // ended after so many pivots a row.

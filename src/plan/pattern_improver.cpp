@@ -8,20 +8,25 @@
 #include <set>
 #include <utility>
 
-#include "plan/compact_lp.h"
 #include "plan/linear_solver.h"
 #include "plan/network_pricing.h"
 #include "plan/pattern_pricing.h"
+#include "plan/two_steps.h"
 
 namespace corvane::plan {
 
 namespace {
 
-// Unmet demand below this is none, rolls.
-constexpr double kNoUnmet = 1e-6;
+// Of the demand within reach: unmet rolls that solutions of equal unmet demand may differ by.
+constexpr double kSameUnmet = 1e-7;
+// How an undercost that was too low rises, and how often at most.
+constexpr double kRise = 16;
+constexpr int kMostRises = 4;
 // Patterns of a cutter and period in a round.
 constexpr int kDisjoint = 8;
-// What the bound may leave open of a cost, relative, once no pattern improves.
+// What the bound may leave open of a cost, relative: where no more patterns are looked for, and
+// once none improves.
+constexpr double kClosed = 1e-9;
 constexpr double kOpen = 1e-6;
 
 // A pattern by its cutter and what it puts into which store.
@@ -45,11 +50,11 @@ PatternKey keyOf(const Pattern &pattern) {
 
 class Improver {
  public:
-  Improver(Network &network, PlanProblem &problem, std::vector<CutterMenu> menus,
+  Improver(Network &network, PlanProblem &problem, const std::vector<CutterMenu> &menus,
            const ImproveOptions &options, const ImproveProgress &progress)
       : network_(network),
         problem_(problem),
-        menus_(std::move(menus)),
+        menus_(menus),
         options_(options),
         progress_(progress),
         lp_(problem),
@@ -59,98 +64,73 @@ class Improver {
     }
   }
 
-  ImproveReport run() {
-    startSum();
-    generate();
-    startUnmetStep();
-    if (!generate()) {
-      return report_;
+  Improvement run() {
+    startSum(problem_.highestUndercost);
+    bool isDone = generate(solveFirst(problem_, lp_, solver_));
+    for (int rises = 0; isShort(); ++rises) {
+      startUnmet();
+      isDone = generate(solver_.solve(Method::kPrimal)) && isDone;
+      if (!isDone || isLeastUnmet()) {
+        break;
+      }
+      startSum(kRise * undercost_);
+      isDone = generate(solver_.solve(Method::kPrimal)) && rises < kMostRises;
     }
-    startCostStep();
-    report_.isComplete = generate();
-    return report_;
+    report_.isComplete = isDone;
+    return {report_, std::move(lp_), std::move(basis_)};
   }
 
  private:
-  enum class Phase { kSum, kUnmet, kCost };
+  // Unmet demand and cost as one sum, with unmet rolls at so much each.
+  void startSum(double undercost) {
+    step_ = PlanStep::kCost;
+    undercost_ = undercost;
+    startStep(1.0);
+  }
 
-  void setCosts(double costs, double shortage) {
+  void startUnmet() {
+    step_ = PlanStep::kUnmet;
+    startStep(0.0);
+  }
+
+  void startStep(double costs) {
+    bound_ = -kInfinite;
     for (int column = 0; column < lp_.model().columns(); ++column) {
       solver_.setCost(column, costs * lp_.model().cost[static_cast<std::size_t>(column)]);
     }
     for (const int column : lp_.unmetColumns()) {
-      solver_.setCost(column, shortage * lp_.unmetWeight(problem_, column));
+      solver_.setCost(column, undercost_ * lp_.unmetWeight(problem_, column));
     }
   }
 
-  // Patterns are sought for both at once, as one sum: of the least unmet demand and the least cost
-  // alike it has nearly all.
-  void startSum() {
-    phase_ = Phase::kSum;
-    setCosts(1.0, problem_.highestUndercost);
-  }
-
-  void startUnmetStep() {
-    phase_ = Phase::kUnmet;
-    bound_ = -kInfinite;
-    report_.cost = std::numeric_limits<double>::quiet_NaN();
-    setCosts(0.0, 1.0);
-  }
-
-  // Unmet demand stays at its least from now on.
-  void startCostStep() {
-    phase_ = Phase::kCost;
-    bound_ = -kInfinite;
-    setCosts(1.0, 0.0);
-    if (report_.unmet <= kNoUnmet) {
-      for (const int column : lp_.unmetColumns()) {
-        solver_.setColumnBounds(column, 0, 0);
-      }
-      return;
-    }
-    std::vector<double> weights;
-    for (const int column : lp_.unmetColumns()) {
-      weights.push_back(lp_.unmetWeight(problem_, column));
-    }
-    solver_.addRow(-kInfinite, report_.unmet * (1 + 1e-9), lp_.unmetColumns(), weights);
-  }
-
-  // Rounds of one phase. False when time or the solver ended it.
-  bool generate() {
-    LinearSolution solution =
-        phase_ == Phase::kSum ? solver_.solveAfresh() : solver_.solve(Method::kPrimal);
-    while (true) {
-      if (solution.status != Status::kOptimal) {
-        return false;
-      }
+  // Rounds of one step. False when time or the solver ended it.
+  bool generate(LinearSolution solution) {
+    while (solution.status == Status::kOptimal) {
       const std::vector<NewPattern> patterns = price(solution);
       progress_(report_);
-      if (patterns.empty() || isClosed()) {
-        return true;
+      if (step_ == PlanStep::kCost) {
+        basis_ = solver_.basis();
       }
-      if (options_.seconds > 0 && secondsSinceStart() > options_.seconds) {
+      if (patterns.empty() || isClosed(kClosed)) {
+        return isClosed(kOpen);
+      }
+      if (options_.seconds > 0 && now() - start_ > options_.seconds) {
+        report_.isTimeUp = true;
         return false;
       }
       add(patterns);
       solution = solver_.solve(Method::kPrimal);
     }
+    return false;
   }
-
-  PlanStep step() const { return phase_ == Phase::kUnmet ? PlanStep::kUnmet : PlanStep::kCost; }
 
   // The patterns of a round that are not there yet. Pricing knows trim to more digits than a file
   // has, so it may go on to ask for a pattern that costs a little more than it thinks.
   std::vector<NewPattern> price(const LinearSolution &solution) {
     ++report_.rounds;
-    if (phase_ == Phase::kSum) {
-      noteSum(solution);
-    }
-    PricingRound round;
-    if (phase_ != Phase::kUnmet || solution.objective > kNoUnmet) {
-      round = pricePatterns({network_, problem_, lp_, menus_, options_.limit}, solution.dual,
-                            step(), kDisjoint);
-    }
-    note(solution.objective, solution.objective - round.mostGain);
+    const PricingRound round = pricePatterns({network_, problem_, lp_, menus_, options_.limit},
+                                             solution.dual, step_, kDisjoint);
+    note(solution, round.mostGain);
     std::vector<NewPattern> patterns;
     for (const PricedPattern &priced : round.patterns) {
       if (!known_.contains(keyOf(priced.pattern))) {
@@ -160,34 +140,54 @@ class Improver {
     return patterns;
   }
 
-  // The two parts of the sum, which are not bounds of anything.
-  void noteSum(const LinearSolution &solution) {
-    report_.unmet = 0;
-    for (const int column : lp_.unmetColumns()) {
-      report_.unmet +=
-          lp_.unmetWeight(problem_, column) * solution.primal[static_cast<std::size_t>(column)];
+  void note(const LinearSolution &solution, double mostGain) {
+    bound_ = std::max(bound_, solution.objective - mostGain);
+    gap_ = solution.objective - bound_;
+    if (step_ == PlanStep::kUnmet) {
+      leastUnmet_ = solution.objective / undercost_;
+      report_.unmetBound = std::max(report_.unmetBound, bound_ / undercost_);
+      return;
     }
-    report_.cost = solution.objective - problem_.highestUndercost * report_.unmet;
+    report_.unmet = sumOver(solution, [this](int column) { return weightOf(column); });
+    report_.cost = sumOver(solution, [this](int column) {
+      return lp_.model().cost[static_cast<std::size_t>(column)];
+    });
     if (std::isnan(report_.firstCost)) {
       report_.firstUnmet = report_.unmet;
       report_.firstCost = report_.cost;
     }
+    report_.costBound = report_.cost - gap_;
   }
 
-  void note(double objective, double bound) {
-    value_ = objective;
-    bound_ = std::max(bound_, bound);
-    if (phase_ == Phase::kUnmet) {
-      report_.unmet = objective;
-      report_.unmetBound = std::max(report_.unmetBound, bound);
-    } else if (phase_ == Phase::kCost) {
-      report_.cost = objective;
-      report_.costBound = std::max(report_.costBound, bound);
+  template <typename Weight>
+  double sumOver(const LinearSolution &solution, const Weight &weight) const {
+    double sum = 0;
+    for (int column = 0; column < lp_.model().columns(); ++column) {
+      sum += weight(column) * solution.primal[static_cast<std::size_t>(column)];
     }
+    return sum;
   }
 
-  // True when the bound has met the objective.
-  bool isClosed() const { return value_ - bound_ <= kOpen * 1e-3 * std::fabs(value_); }
+  double weightOf(int column) const {
+    return lp_.column(column).kind == ColumnKind::kUnmet ? lp_.unmetWeight(problem_, column) : 0;
+  }
+
+  // True when the bound leaves no more than such a share open of what the step minimises.
+  bool isClosed(double share) const {
+    return gap_ <=
+           share * (step_ == PlanStep::kUnmet ? undercost_ * leastUnmet_ : std::fabs(report_.cost));
+  }
+
+  // Rolls that solutions of equal unmet demand may differ by.
+  double unmetTolerance() const {
+    double demand = 0;
+    for (const int column : lp_.unmetColumns()) {
+      demand += lp_.model().upper[static_cast<std::size_t>(column)];
+    }
+    return kSameUnmet * (1 + demand);
+  }
+  bool isShort() const { return report_.unmet > unmetTolerance(); }
+  bool isLeastUnmet() const { return report_.unmet <= leastUnmet_ + unmetTolerance(); }
 
   void add(const std::vector<NewPattern> &patterns) {
     const int before = lp_.model().columns();
@@ -197,28 +197,35 @@ class Improver {
       ++report_.patterns;
     }
     solver_.addColumns(lp_.model(), before);
-    for (int column = before; phase_ == Phase::kUnmet && column < lp_.model().columns(); ++column) {
+    for (int column = before; step_ == PlanStep::kUnmet && column < lp_.model().columns();
+         ++column) {
       solver_.setCost(column, 0);
     }
   }
 
-  double secondsSinceStart() const {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start_).count();
+  double now() const {
+    return options_.clock
+               ? options_.clock()
+               : std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch())
+                     .count();
   }
 
   Network &network_;
   PlanProblem &problem_;
-  std::vector<CutterMenu> menus_;
-  ImproveOptions options_;
+  const std::vector<CutterMenu> &menus_;
+  const ImproveOptions &options_;
   const ImproveProgress &progress_;
   CompactLp lp_;
   LinearSolver solver_;
   std::set<PatternKey> known_;
-  Phase phase_ = Phase::kSum;
-  double value_ = 0;
-  double bound_ = -kInfinite;  // the best of the phase
+  PlanStep step_ = PlanStep::kCost;
+  double undercost_ = 0;       // money a roll
+  double bound_ = -kInfinite;  // the best of the step, money
+  double gap_ = kInfinite;     // of the last solution to it
+  double leastUnmet_ = 0;      // the last of the other step
+  Basis basis_;
   ImproveReport report_;
-  std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now();
+  double start_ = now();
 };
 
 // As many rolls of one width as fit.
@@ -254,15 +261,15 @@ int fillEmptyStores(Network &network, PlanProblem &problem, const std::vector<Cu
 
 }  // namespace
 
-ImproveReport improvePatterns(Network &network, PlanProblem &problem,
-                              const std::vector<CutterMenu> &exactMenus,
-                              const ImproveOptions &options, const ImproveProgress &progress) {
+Improvement improvePatterns(Network &network, PlanProblem &problem,
+                            const std::vector<CutterMenu> &exactMenus,
+                            const ImproveOptions &options, const ImproveProgress &progress) {
   const std::vector<CutterMenu> menus =
       exactMenus.empty() ? cutterMenus(network, problem) : exactMenus;
   const int added = fillEmptyStores(network, problem, menus, options.limit);
-  ImproveReport report = Improver(network, problem, menus, options, progress).run();
-  report.patterns += added;
-  return report;
+  Improvement improvement = Improver(network, problem, menus, options, progress).run();
+  improvement.report.patterns += added;
+  return improvement;
 }
 
 }  // namespace corvane::plan

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstddef>
 
+#include "plan/cut_grid.h"
 #include "plan/cut_table.h"
 
 namespace corvane::plan {
@@ -11,7 +12,11 @@ namespace corvane::plan {
 namespace {
 
 // The nodes after which a search makes a table of cuts.
-constexpr std::size_t kNodesWithoutTable = 20000;
+constexpr double kNodesWithoutTable = 20000;
+// Of dynamic programming in the time of a node of the search.
+constexpr double kAdditionsANode = 256;
+// Of dynamic programming in the time of a table.
+constexpr double kMostAdditions = 5e7;
 
 struct Point {
   double width;
@@ -38,6 +43,13 @@ std::vector<PricedWidth> undominated(const std::vector<Roll> &rolls, double deck
     return isDominated;
   });
   return candidates;
+}
+
+std::vector<PricedWidth> byValuePerInch(std::vector<PricedWidth> widths) {
+  std::stable_sort(widths.begin(), widths.end(), [](const PricedWidth &a, const PricedWidth &b) {
+    return a.value * b.width > b.value * a.width;
+  });
+  return widths;
 }
 
 // True when b is on or below the line from a to c.
@@ -76,25 +88,25 @@ double heightAt(const std::vector<Point> &hull, double width) {
 class Search {
  public:
   Search(const std::vector<Roll> &rolls, double deckle, int limit, double above)
-      : candidates_(undominated(rolls, deckle)), limit_(limit), best_(above) {
-    std::stable_sort(candidates_.begin(), candidates_.end(),
-                     [](const PricedWidth &a, const PricedWidth &b) {
-                       return a.value * b.width > b.value * a.width;
-                     });
+      : candidates_(byValuePerInch(undominated(rolls, deckle))),
+        limit_(limit),
+        grid_(candidates_, deckle + kFitTolerance, limit),
+        patience_(std::min(kNodesWithoutTable, grid_.work() / kAdditionsANode)),
+        best_(above) {
     makeHulls();
   }
 
   // Tries every way to go on with the candidates from `first`, one more roll at a time, unless it
   // cannot be worth more than the best.
   void extend(std::size_t first, double room, int rollsLeft, double value) {
-    take(value, {});
-    if (++nodes_ == kNodesWithoutTable) {
-      table_ = CutTable(candidates_, limit_);
+    take(value, chosen_);
+    if (++nodes_ > patience_ && !isLasting_) {
+      searchOtherwise();
     }
-    if (completeFromTable(room, rollsLeft, value)) {
+    if (isAtEnd_ || completeFromTable(room, rollsLeft, value)) {
       return;
     }
-    for (std::size_t i = first; i < candidates_.size() && rollsLeft > 0; ++i) {
+    for (std::size_t i = first; i < candidates_.size() && rollsLeft > 0 && !isAtEnd_; ++i) {
       const double bound = value + rollsLeft * heightAt(hulls_[i], room / rollsLeft);
       if (!isBetter(bound)) {
         return;  // the bounds of later candidates are no higher
@@ -127,13 +139,24 @@ class Search {
 
   bool isBetter(double value) const { return value > best_ + kValueGap * std::fabs(best_); }
 
-  void take(double value, const std::vector<std::size_t> &completion) {
+  void take(double value, const std::vector<std::size_t> &rolls) {
     if (isBetter(value)) {
       best_ = value;
-      bestRolls_ = chosen_;
-      bestRolls_.insert(bestRolls_.end(), completion.begin(), completion.end());
+      bestRolls_ = rolls;
       found_ = true;
     }
+  }
+
+  // Bounds do not end the search soon.
+  void searchOtherwise() {
+    isLasting_ = true;
+    if (grid_.work() > kMostAdditions) {
+      table_ = CutTable(candidates_, limit_);
+      return;
+    }
+    const CutGrid::Best best = grid_.best();
+    take(best.value, best.rolls);
+    isAtEnd_ = true;
   }
 
   // True when the table says all about the node.
@@ -143,7 +166,9 @@ class Search {
     }
     const std::size_t place = table_.bestWithin(room);
     if (isBetter(value + table_.valueAt(place))) {
-      take(value + table_.valueAt(place), table_.rollsAt(place));
+      std::vector<std::size_t> rolls = table_.rollsAt(place);
+      rolls.insert(rolls.begin(), chosen_.begin(), chosen_.end());
+      take(value + table_.valueAt(place), rolls);
     }
     return rollsLeft == table_.rolls();
   }
@@ -151,8 +176,12 @@ class Search {
   std::vector<PricedWidth> candidates_;    // by value per inch, highest first
   std::vector<std::vector<Point>> hulls_;  // of the candidates from each one on
   int limit_;
+  CutGrid grid_;
   CutTable table_;
-  std::size_t nodes_ = 0;
+  double patience_;  // nodes
+  double nodes_ = 0;
+  bool isLasting_ = false;
+  bool isAtEnd_ = false;
   std::vector<std::size_t> chosen_;
   double best_;
   bool found_ = false;

@@ -73,20 +73,23 @@ class PlanRun {
   void improve() {
     if (request_.improve) {
       improved_.emplace(request_.mill, network_, problem_);
-      improved_->run(request_.timeLimit, progress_);
+      improved_->run(request_.timeLimit, request_.clock, progress_);
       lap("improve");
     }
   }
 
   int plan() {
-    const CompactLp lp(problem_);
+    const std::optional<CompactLp> made =
+        improved_ ? std::nullopt : std::optional(CompactLp(problem_));
+    const CompactLp &lp = improved_ ? improved_->lp() : *made;
     LinearSolver solver(lp.model());
     lap("model");
     progress_.show([&] {
       return "Solving " + std::to_string(lp.model().rows()) + " rows and " +
              std::to_string(lp.model().columns()) + " columns";
     });
-    TwoSteps steps(problem_, lp, solver, {request_.timeLimit, {}});
+    TwoSteps steps(problem_, lp, solver,
+                   {request_.timeLimit, {}, improved_ ? &improved_->basis() : nullptr});
     LinearSolution solution = steps.solve();
     lap("solve");
     progress_.finish();
@@ -203,11 +206,10 @@ class PlanRun {
       record.figures.emplace_back("improve_rounds", report.rounds);
       record.figures.emplace_back("improve_patterns", report.patterns);
       record.figures.emplace_back("improve_complete", report.isComplete ? 1 : 0);
-      if (!std::isnan(report.cost)) {
-        record.figures.emplace_back("improve_first_cost", report.firstCost);
-        record.figures.emplace_back("improve_cost", report.cost);
-        record.figures.emplace_back("improve_cost_bound", report.costBound);
-      }
+      record.figures.emplace_back("improve_first_cost", report.firstCost);
+      record.figures.emplace_back("improve_cost", report.cost);
+      record.figures.emplace_back("improve_cost_bound", report.costBound);
+      record.figures.emplace_back("improve_first_unmet", report.firstUnmet);
       record.figures.emplace_back("improve_unmet", report.unmet);
       record.figures.emplace_back("improve_unmet_bound", report.unmetBound);
     }

@@ -91,6 +91,56 @@ TEST_F(ShortMill, BothMethodsEndInTheSamePlan) {
   }
 }
 
+TEST_F(ShortMill, APlanThatMakesNothingIsABasisToBeginFrom) {
+  LinearSolver solver(priced());
+  solver.setBasis(lp_.idleBasis());
+  const LinearSolution idle = solver.solve(Method::kPrimal, kNoPivots);
+  EXPECT_EQ(idle.status, Status::kStopped);
+  EXPECT_NEAR(idle.objective, 500 * 1000.0, kNear);
+  const double least = LinearSolver(priced()).solve(Method::kDual).objective;
+  EXPECT_NEAR(solver.solve(Method::kPrimal).objective, least, kNear * least);
+}
+
+TEST_F(ShortMill, ItsBasisIsThatOfTheLastSolve) {
+  LinearSolver solver(priced());
+  const LinearSolution solution = solver.solve(Method::kDual);
+  LinearSolver other(priced());
+  other.setBasis(solver.basis());
+  const LinearSolution same = other.solve(Method::kPrimal);
+  EXPECT_EQ(same.iterations, 0);
+  EXPECT_EQ(same.status, Status::kOptimal);
+  EXPECT_NEAR(same.objective, solution.objective, kNear * solution.objective);
+}
+
+// Columns behind those of the basis are at their lower bounds.
+TEST_F(ShortMill, ABasisIsTakenByALargerModel) {
+  LinearSolver solver(priced());
+  const LinearSolution solution = solver.solve(Method::kDual);
+  LinearModel larger = priced();
+  larger.addColumn(1.0, 0.0, kInfinite, {});
+  LinearSolver other(larger);
+  other.setBasis(solver.basis());
+  EXPECT_EQ(other.solve(Method::kPrimal).iterations, 0);
+}
+
+// Of the first solve of a mill that can make 70 reels of 100 inches.
+Method methodFor(int rolls) {
+  TestMill mill = smallMill();
+  mill.orders = {{"G", "A", 50.0, 0, rolls}};
+  const Network network = network::readNetworkText(importText(mill));
+  const PlanProblem problem = makeProblem(network, {});
+  const CompactLp lp(problem);
+  LinearSolver solver(lp.model());
+  const LinearSolution solution = solveFirst(problem, lp, solver);
+  EXPECT_EQ(solution.status, Status::kOptimal);
+  return solution.method;
+}
+
+TEST(SolveFirst, BeginsWithNothingWhereMachinesAreFarTooFew) {
+  EXPECT_EQ(methodFor(350), Method::kDual);
+  EXPECT_EQ(methodFor(351), Method::kPrimal);
+}
+
 // A roll in fractions of the solver's tolerance: x + y = 1 with y held just above what is left, as
 // a solver may leave it.
 TEST(LinearSolver, PolishesWhatItsToleranceLeaves) {

@@ -70,7 +70,8 @@ TEST(ImprovePatterns, ReachesTheOptimumOfAllPatterns) {
         network::readNetworkText(model.importFile({{"G", mill.deckle(), {mill.widths().back()}}}));
     PlanProblem problem = makeProblem(network, {});
     const ImproveReport report =
-        improvePatterns(network, problem, {}, {.limit = kLimit}, [](const ImproveReport &) {});
+        improvePatterns(network, problem, {}, {.limit = kLimit}, [](const ImproveReport &) {
+        }).report;
     EXPECT_TRUE(report.isComplete);
     EXPECT_NEAR(report.costBound, report.cost, 1e-6 * (1 + report.cost));
     const Optimum best = optimumOf(
@@ -100,7 +101,8 @@ class ExactMill : public testing::Test {
     std::vector<CutterMenu> menus = cutterMenus(network_, problem_);
     names.makeExact(menus, problem_);
     return improvePatterns(network_, problem_, menus, options,
-                           [this](const ImproveReport &report) { reports_.push_back(report); });
+                           [this](const ImproveReport &report) { reports_.push_back(report); })
+        .report;
   }
 
   MillModel model_;
@@ -150,11 +152,58 @@ TEST_F(ExactMill, ReportsEveryRound) {
   }
 }
 
+// A clock that goes on by a minute with every look at it.
+std::function<double()> minutes() {
+  return [minute = 0]() mutable { return 60.0 * minute++; };
+}
+
 TEST_F(ExactMill, KeepsABoundWhenTimeIsUp) {
-  const ImproveReport report = improve({.limit = 6, .seconds = 1e-9});
+  const ImproveReport report = improve({.limit = 6, .seconds = 59, .clock = minutes()});
   EXPECT_FALSE(report.isComplete);
-  EXPECT_LE(report.costBound, report.cost);
+  EXPECT_TRUE(report.isTimeUp);
+  EXPECT_EQ(report.rounds, 1);
+  const double best =
+      optimumOf(problemOf(model_.importFile(allPatterns("G", 100, {kWide, 16.66666666}, 6)))).cost;
+  EXPECT_LE(report.costBound, best + 1e-6);
+  EXPECT_TRUE(std::isfinite(report.costBound));
+  EXPECT_GT(report.cost, best + 1);
   EXPECT_LE(report.unmetBound, report.unmet);
+}
+
+TEST_F(ExactMill, GoesOnForAsLongAsThereIsTime) {
+  const ImproveReport report = improve({.limit = 6, .seconds = 1e4, .clock = minutes()});
+  EXPECT_TRUE(report.isComplete);
+  EXPECT_FALSE(report.isTimeUp);
+  EXPECT_GT(report.rounds, 1);
+}
+
+// The plan's solver begins where improving ended.
+TEST_F(ExactMill, HandsOverALinearProgrammeAndABasisOfItsOptimum) {
+  const Improvement improvement =
+      improvePatterns(network_, problem_, {}, {.limit = 6}, [](const ImproveReport &) {});
+  LinearSolver solver(improvement.lp.model());
+  TwoSteps steps(problem_, improvement.lp, solver, {0, {}, &improvement.basis});
+  const LinearSolution solution = steps.solve();
+  EXPECT_EQ(solution.iterations, 0);
+  EXPECT_NEAR(solution.objective, improvement.report.cost, 1e-6);
+  expectNear({steps.leastUnmet(), solution.objective}, optimumOf(problem_));
+}
+
+// Deckles of 100 inches for rolls of 60: the waste of a reel costs four times what its roll does
+// while it is not delivered.
+TEST(ImprovePatterns, DeliversWhatCostsMoreThanItsUndercost) {
+  const MillModel model("M1,W1,G,100,50,2,5000\n", "1,G,60,300,A\n1,G,45,30,A\n",
+                        "A,M1,Road,50,0\n");
+  Network network = network::readNetworkText(model.importFile({{"G", 100, {60}}}));
+  PlanProblem problem = makeProblem(network, {});
+  const ImproveReport report =
+      improvePatterns(network, problem, {}, {.limit = 3}, [](const ImproveReport &) {}).report;
+  EXPECT_TRUE(report.isComplete);
+  const Optimum best = optimumOf(problemOf(model.importFile(allPatterns("G", 100, {60, 45}, 3))));
+  EXPECT_NEAR(report.cost, best.cost, 1e-6 * best.cost);
+  EXPECT_NEAR(report.costBound, best.cost, 1e-6 * best.cost);
+  EXPECT_NEAR(report.unmet, best.unmet, 1e-6);
+  expectNear(optimumOf(problem), best);
 }
 
 TEST_F(ExactMill, RefusesOtherInputs) {

@@ -97,6 +97,14 @@ TEST(BestCut, IsWhatEnumerationFindsWhereBoundsDoNotHelp) {
   }
 }
 
+// The same in eighths of an inch, of which no sum is the deckle.
+TEST(BestCut, IsWhatEnumerationFindsOnAGridWhereBoundsDoNotHelp) {
+  std::mt19937 random(9);
+  for (const double spread : {0.0, 0.001, 0.01}) {
+    expectTheBest(randomRolls(15, {0.125, spread}, random), 301.7, 8);
+  }
+}
+
 TEST(BestCut, ListsItsRollsWidestFirst) {
   const std::vector<Roll> rolls{{20, 20}, {50, 55}, {30, 30}};
   EXPECT_THAT(bestCut(rolls, 100, 5, 0)->rolls, ElementsAre(1, 1));
