@@ -7,6 +7,7 @@
 #include <map>
 #include <unordered_set>
 
+#include "plan/reel_anneal.h"
 #include "plan/reel_dive.h"
 #include "plan/reel_neighbourhood.h"
 
@@ -36,6 +37,11 @@ constexpr std::array kDives = {DiveOptions{1, 0}, DiveOptions{1, 0.2}, DiveOptio
                                DiveOptions{0.25, 0}};
 constexpr std::size_t kFirstDives = 2;
 constexpr int kLargestScale = 8;
+// The heat of the annealings one after the other: great for few reels of each pattern, small for
+// many. Moves for each column of reels, and in all lest large mills see only the first one.
+constexpr std::array kHeats = {0.2, 0.1, 0.05, 0.025, 0.0125};
+constexpr double kMovesAColumn = 3000;
+constexpr double kMostMoves = 2e7;
 // How many reels more or less of a pattern a part may have than the plan.
 constexpr double kSpan = 2;
 
@@ -68,6 +74,7 @@ class Search {
     }
     const bool isSmall = space_.reels().size() <= kDirectReels;
     if (!isSmall || !solveDirectly(kFirstNodes, false)) {
+      anneal();
       searchNeighbourhoods(false);
       searchNeighbourhoods(true);
       if (isSmall) {
@@ -130,6 +137,25 @@ class Search {
       found("direct");
     }
     return result.isOptimal;
+  }
+
+  void anneal() {
+    ReelAnneal search(space_, optimum_);
+    AnnealOptions options;
+    options.moves =
+        std::min(kMovesAColumn * static_cast<double>(space_.reels().size()), kMostMoves);
+    for (const double heat : kHeats) {
+      if (isOver()) {
+        return;
+      }
+      options.heat = heat;
+      ReelPlan plan = search.run(plan_, options, [this] { return secondsLeft() <= 0; });
+      ++options.seed;
+      if (isBetter(plan, plan_)) {
+        plan_ = std::move(plan);
+        found("annealing");
+      }
+    }
   }
 
   void searchNeighbourhoods(bool cuts) {

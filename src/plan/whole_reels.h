@@ -15,17 +15,19 @@ namespace corvane::plan {
 //
 //   1. A first plan by diving (reel_dive.h), within seconds.
 //   2. Up to kDirectReels whole columns: CBC on the whole model, with a small tree.
-//   3. Beyond, or where that does not end: neighbourhoods (reel_neighbourhood.h), one grade in one
-//      period after the other, then the machines in one period, grades in windows of two periods;
-//      where these make nothing better, grades in three periods and in all, and whole periods. Each
-//      has the reels that the plan has, those of the LP, and those of the least reduced costs. A
-//      part in which nothing was found is not searched again before it changes. Where a round makes
-//      nothing better the neighbourhoods grow, until the gap is reached, the time is up, or they
-//      have grown for nothing; then once more with cutting planes.
-//   4. Up to kDirectReels again CBC on the whole model, with a large tree.
+//   3. Beyond, or where that does not end: annealing (reel_anneal.h), hot at first and then cooler,
+//      always from the best plan. It gains most where patterns run for few reels each.
+//   4. Then neighbourhoods (reel_neighbourhood.h), one grade in one period after another, then the
+//      machines in a period, grades in windows of two periods; where these make nothing better,
+//      grades in three periods and in all, and whole periods. Each has the reels that the plan has,
+//      those of the LP, and those of the least reduced costs. A part in which nothing was found is
+//      not searched again before it changes. Where a round makes nothing better the neighbourhoods
+//      grow, until the gap is reached, the time is up, or they have grown for nothing; then once
+//      more with cutting planes.
+//   5. Up to kDirectReels again CBC on the whole model, with a large tree.
 //
-// Searches end by numbers of nodes. So a run that the clock does not end is the same every time;
-// one that it ends may differ.
+// Searches end by numbers of moves or nodes. So a run that the clock does not end is the same every
+// time; one that it ends may differ.
 
 struct WholeReelOptions {
   double seconds = 60;  // from the start; 0: no limit
@@ -35,8 +37,9 @@ struct WholeReelOptions {
 };
 
 struct WholeReels {
-  ReelPlan plan;    // its reels; the rest is best solved again
-  std::string way;  // "direct", "dive" or "neighbourhoods", with "ended by time" where it was
+  ReelPlan plan;  // its reels; the rest is best solved again
+  // "direct", "dive", "annealing" or "neighbourhoods", with "ended by time" where it was.
+  std::string way;
 };
 
 // Told of every better plan: the weighted rolls that it leaves unmet beside those of the LP, and
