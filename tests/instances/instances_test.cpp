@@ -15,6 +15,9 @@
 
 #include "core/skip_list_cursor.h"
 #include "import_checker.h"
+#include "network/network_reader.h"
+#include "plan/pattern_improver.h"
+#include "plan/two_steps.h"
 #include "program_run.h"
 
 namespace corvane {
@@ -62,7 +65,7 @@ void writeData(const fs::path &folder, const Mill &mill, int maximumWidths) {
                                             << "\nnew patterns per iteration=1000\n"
                                                "stop generating threshold=10000\n"
                                                "rand num gen seed=1\n";
-  std::ofstream(folder / "machines.data") << "Mill,Cutter,Grade," << mill.deckle << ",1,1,1\n";
+  std::ofstream(folder / "machines.data") << "Mill,Cutter,Grade," << mill.deckle << ",1000,1,1\n";
   std::ofstream(folder / "freightRates.data") << "Customer,Mill,Truck,1,0\n";
   std::ofstream orders(folder / "orders.data");
   for (const Demand &demand : mill.demands) {
@@ -146,6 +149,41 @@ TEST_P(PublicCase, ComesCloseToTheExactLinearBound) {
       import_checker::checkImport(outcome_.importFile, {.periods = 1, .freightComplete = true});
   EXPECT_EQ(import_checker::describe(complaints), "");
   EXPECT_EQ(outcome_.output, "");
+}
+
+// Of the plan of least cost that delivers all.
+double reelsOf(const plan::PlanProblem &problem) {
+  const plan::CompactLp lp(problem);
+  plan::LinearSolver solver(lp.model());
+  plan::TwoSteps steps(problem, lp, solver, {});
+  const plan::LinearSolution solution = steps.solve();
+  EXPECT_EQ(solution.status, plan::Status::kOptimal);
+  EXPECT_EQ(steps.leastUnmet(), 0.0);
+  double reels = 0.0;
+  for (int column = 0; column < lp.model().columns(); ++column) {
+    if (lp.column(column).kind == plan::ColumnKind::kReels) {
+      reels += solution.primal[static_cast<std::size_t>(column)];
+    }
+  }
+  return reels;
+}
+
+// With one deckle the plan of least cost is that of least paper.
+TEST_P(PublicCase, IsPlannedCloseToTheBoundAndAtItWithBetterPatterns) {
+  const double bound = GetParam().bound;
+  plan::Network network = network::readNetworkText(outcome_.importFile);
+  plan::PlanProblem problem = plan::makeProblem(network, {});
+  const double reels = reelsOf(problem);
+  EXPECT_GE(reels, bound - kTolerance);
+  EXPECT_LE(reels, bound * (1.0 + kWithin));
+  const plan::ImproveReport report =
+      plan::improvePatterns(network, problem, {}, {.limit = GetParam().maximumWidths},
+                            [](const plan::ImproveReport &) {})
+          .report;
+  EXPECT_TRUE(report.isComplete);
+  EXPECT_NEAR(reelsOf(problem), bound, kTolerance);
+  std::cout << std::setprecision(11) << "reels: " << reels << ", improved: " << reelsOf(problem)
+            << " with " << report.patterns << " patterns in " << report.rounds << " rounds\n";
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -12,6 +12,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "core/numbers.h"
 #include "plan/mill_text.h"
 #include "plan/plan_json.h"
 #include "plan/plan_run.h"
@@ -203,6 +204,90 @@ TEST_F(PlanRunTest, QuietIsQuiet) {
   request.quiet = true;
   EXPECT_EQ(run(request), 0);
   EXPECT_EQ(out_.str() + err_.str(), "");
+}
+
+// Rolls of 20 widths from patterns of one width each; patterns of several save a third.
+TestMill wideMill(int days) {
+  TestMill mill = smallMill();
+  mill.days = days;
+  mill.cutters[0].patterns.clear();
+  mill.orders.clear();
+  for (int i = 0; i < 20; ++i) {
+    const double width = 26 + 1.9 * i;
+    mill.orders.push_back({"G", "A", width, 0, 10 + 3 * (i % 7)});
+    mill.cutters[0].patterns.push_back({width});
+  }
+  mill.cutters[0].patterns.push_back({26, 26, 26});
+  return mill;
+}
+
+class ImproveRun : public PlanRunTest {
+ protected:
+  // A clock that goes on by a minute with every look at it.
+  QJsonObject improve(const TestMill &mill, double timeLimit) {
+    PlanRequest request;
+    request.importFile = file(importText(mill));
+    request.outputFolder = path("plan");
+    request.improve = true;
+    request.timeLimit = timeLimit;
+    request.clock = [minute = 0]() mutable { return 60.0 * minute++; };
+    EXPECT_EQ(run(request), 0) << err_.str();
+    return QJsonDocument::fromJson(
+               QByteArray::fromStdString(contentOf(request.outputFolder + "/plan.json")))
+        .object();
+  }
+  static double cost(const QJsonObject &plan) { return plan["totals"]["cost"]["total"].toDouble(); }
+};
+
+TEST_F(ImproveRun, EndsWithACertificate) {
+  const QJsonObject plan = improve(wideMill(42), 1e5);
+  EXPECT_EQ(plan["solver"]["improve_complete"].toInt(), 1);
+  EXPECT_EQ(plan["solver"]["improve_rolls_in_pattern"].toInt(), 3);
+  EXPECT_NEAR(plan["solver"]["improve_cost_bound"].toDouble(), cost(plan), 1e-6 * cost(plan));
+  EXPECT_NEAR(plan["solver"]["improve_cost"].toDouble(), cost(plan), 1e-6 * cost(plan));
+  EXPECT_LT(cost(plan), 0.7 * plan["solver"]["improve_first_cost"].toDouble());
+  EXPECT_EQ(plan["solver"]["improve_unmet"].toDouble(), 0.0);
+  EXPECT_THAT(out_.str(), HasSubstr("; no pattern of at most 3 rolls on these deckles can make the "
+                                    "plan cheaper\n"));
+  EXPECT_THAT(out_.str(), HasSubstr(" rounds: cost "));
+}
+
+TEST_F(ImproveRun, TellsTheBoundAndTheGapWhereTimeEndsIt) {
+  const QJsonObject whole = improve(wideMill(20), 0);
+  const double best = cost(whole);
+  const int rounds = whole["solver"]["improve_rounds"].toInt() - 1;
+  ASSERT_GT(rounds, 1);
+  const QJsonObject plan = improve(wideMill(20), 60 * rounds - 1);
+  const QJsonObject solver = plan["solver"].toObject();
+  EXPECT_EQ(solver["improve_complete"].toInt(-1), 0);
+  EXPECT_EQ(solver["improve_rounds"].toInt(), rounds);
+  const double bound = solver["improve_cost_bound"].toDouble();
+  EXPECT_LE(bound, best);
+  EXPECT_GT(bound, 0.0);
+  EXPECT_GE(cost(plan), best);
+  EXPECT_NEAR(solver["improve_cost"].toDouble(), cost(plan), 1e-6 * cost(plan));
+  EXPECT_THAT(
+      out_.str(),
+      HasSubstr(", ended by time; no patterns of at most 3 rolls can bring it below " +
+                fixed(bound, 0) + ", " + general(100 * (1 - bound / cost(plan))) + " % less\n"));
+}
+
+TEST_F(ImproveRun, TellsOfRollsThatStayUnmet) {
+  const QJsonObject whole = improve(wideMill(7), 0);
+  EXPECT_EQ(whole["solver"]["improve_complete"].toInt(), 1);
+  const double least = whole["totals"]["unmet_rolls"].toDouble();
+  EXPECT_GT(least, 1.0);
+  EXPECT_NEAR(whole["solver"]["improve_unmet_bound"].toDouble(), least, 1e-6);
+  const double first = whole["solver"]["improve_first_unmet"].toDouble();
+  EXPECT_GT(first, least + 1);
+  EXPECT_THAT(out_.str(), HasSubstr(" rounds: rolls unmet " + fixed(first, 1) + " to " +
+                                    fixed(least, 1) + ", cost "));
+  const QJsonObject plan = improve(wideMill(7), 59);
+  const double bound = plan["solver"]["improve_unmet_bound"].toDouble();
+  EXPECT_LE(bound, least + 1e-6);
+  EXPECT_GT(bound, 0.0);
+  EXPECT_THAT(out_.str(), HasSubstr("can leave fewer than " + fixed(bound, 1) +
+                                    " rolls unmet, nor bring the cost below "));
 }
 
 TEST_F(PlanRunTest, AFolderThatCannotBeMadeIsSaid) {

@@ -330,7 +330,7 @@ TEST_F(PlanProgram, ImprovedPatternsAreWrittenAsAModelThatCostsTheSame) {
   EXPECT_EQ(plan({"--import-file", "better/CV-improved.imp", "-o", "again", "-q"}).status, 0);
   const QJsonObject again = recordIn(folder_.file("again"));
   EXPECT_NEAR(total(again, "unmet_rolls"), total(better, "unmet_rolls"), 1e-6);
-  EXPECT_NEAR(cost(again), cost(better), 1e-5 * cost(better));
+  EXPECT_NEAR(cost(again), cost(better), 1e-6 * cost(better));
   const Ended alone = plan({"--import-file", "mill/data/CV.imp", "--improve", "-o", "alone"});
   EXPECT_THAT(alone.out, HasSubstr("no improved model"));
   EXPECT_FALSE(std::filesystem::exists(folder_.path() / "alone/CV-improved.imp"));
