@@ -24,17 +24,12 @@ const QLatin1String kOrders("/orders.data");
 const QLatin1String kMachines("/machines.data");
 const QLatin1String kRates("/freightRates.data");
 
-QByteArray contentOf(const QString &name) {
-  QFile file(name);
-  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 QString unwritable(const QString &name) {
   return QStringLiteral("%1 cannot be written").arg(name);
 }
 
 QByteArray parametersOf(const Study &study, const RunSettings &run, const Mill &mill) {
-  QByteArray text = contentOf(mill.parameterFile);
+  QByteArray text = readWhole(mill.parameterFile);
   if (!text.endsWith('\n')) {
     // What has no line break is not read, and must not be joined with what follows.
     text.truncate(text.lastIndexOf('\n') + 1);
@@ -72,7 +67,7 @@ double percentOf(const Study &study, const RunSettings &run) {
 
 // The folder of inputs is named by the rates and the percentage too, so a copy stays right.
 bool copyRates(const QString &file, double percent, const QString &name) {
-  return QFile::exists(name) || writeWhole(name, changeRates(contentOf(file), percent));
+  return QFile::exists(name) || writeWhole(name, changeRates(readWhole(file), percent));
 }
 
 QByteArray changeRate(const QByteArray &line, double factor) {

@@ -11,6 +11,7 @@
 
 #include "processes/child_process.h"
 #include "sweep/run_result.h"
+#include "sweep/whole_file.h"
 
 namespace corvane::sweep {
 
@@ -22,15 +23,13 @@ QString planFolderOf(const QString &runFolder) {
 }
 
 QString lastLineOf(const QString &name) {
-  QFile file(name);
-  const QByteArray text = file.open(QIODevice::ReadOnly) ? file.readAll().trimmed() : QByteArray();
+  const QByteArray text = readWhole(name).trimmed();
   return QString::fromUtf8(text.mid(text.lastIndexOf('\n') + 1));
 }
 
 // The number that the log's last section ends with.
 double patternsInModel(const QString &runFolder) {
-  QFile file(runFolder + QLatin1String("/data/corvane.log"));
-  const QByteArray text = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  const QByteArray text = readWhole(runFolder + QLatin1String("/data/corvane.log"));
   const QByteArray label = "Total number of patterns in model:";
   const qsizetype at = text.lastIndexOf(label);
   return at < 0 ? 0 : text.mid(at + label.size(), 24).split('\n').front().trimmed().toDouble();

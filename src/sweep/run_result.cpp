@@ -1,6 +1,5 @@
 #include "sweep/run_result.h"
 
-#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <sstream>
@@ -18,9 +17,7 @@ QString fileOf(const QString &runFolder) {
 }
 
 QJsonObject readObject(const QString &name) {
-  QFile file(name);
-  return file.open(QIODevice::ReadOnly) ? QJsonDocument::fromJson(file.readAll()).object()
-                                        : QJsonObject();
+  return QJsonDocument::fromJson(readWhole(name)).object();
 }
 
 // Adds the numbers of an object, and those of the objects in it.

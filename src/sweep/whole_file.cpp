@@ -16,4 +16,9 @@ bool writeWhole(const QString &name, const QByteArray &content) {
   return std::rename(QFile::encodeName(part).constData(), QFile::encodeName(name).constData()) == 0;
 }
 
+QByteArray readWhole(const QString &name) {
+  QFile file(name);
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 }  // namespace corvane::sweep

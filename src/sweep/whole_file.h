@@ -10,4 +10,7 @@ namespace corvane::sweep {
 // when it cannot be written.
 bool writeWhole(const QString &name, const QByteArray &content);
 
+// What the file holds; nothing where it cannot be read.
+QByteArray readWhole(const QString &name);
+
 }  // namespace corvane::sweep
