@@ -38,9 +38,9 @@ std::vector<std::pair<Key, const OrderTotal *>> byFirstLine(
 }
 
 struct GradeWidth {
-  TextId grade;
-  quint32 width;  // the place in MillRecords::widths
-  double inches;
+  TextId grade = 0;
+  quint32 width = 0;  // the place in MillRecords::widths
+  double inches = 0;
   OrderTotal total;
 };
 
