@@ -59,6 +59,7 @@ ImproveStep::ImproveStep(const std::optional<RunParameters> &mill, Network &netw
 
 void ImproveStep::run(double seconds, const std::function<double()> &clock,
                       ProgressLine &progress) {
+  progress.show([] { return std::string("Improving: solving with the patterns of the file"); });
   std::vector<CutterMenu> menus = cutterMenus(network_, problem_);
   if (mill_) {
     MillNames(MillInputs(*mill_)).makeExact(menus, problem_);

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "plan/compact_lp.h"
 #include "plan/mill_text.h"
 #include "plan/planned.h"
@@ -99,6 +101,32 @@ TEST_F(ShortMill, APlanThatMakesNothingIsABasisToBeginFrom) {
   EXPECT_NEAR(idle.objective, 500 * 1000.0, kNear);
   const double least = LinearSolver(priced()).solve(Method::kDual).objective;
   EXPECT_NEAR(solver.solve(Method::kPrimal).objective, least, kNear * least);
+}
+
+TEST_F(ShortMill, AsManyAreBasicAsThereAreRows) {
+  const Basis basis = lp_.idleBasis();
+  const auto count = [](const std::vector<Place> &places) {
+    return std::count(places.begin(), places.end(), Place::kBasic);
+  };
+  EXPECT_EQ(basis.columns.size(), static_cast<std::size_t>(lp_.model().columns()));
+  EXPECT_EQ(basis.rows.size(), static_cast<std::size_t>(lp_.model().rows()));
+  EXPECT_EQ(count(basis.columns) + count(basis.rows), lp_.model().rows());
+}
+
+// The least of y - x, of which each is at most 3: x is at that bound.
+TEST(LinearSolver, KnowsWhichColumnsAreAtTheirUpperBounds) {
+  LinearModel model;
+  const Entry entry{model.addRow(-kInfinite, 10.0), 1.0};
+  model.addColumn(-1.0, 0.0, 3.0, {&entry, 1});
+  model.addColumn(1.0, 0.0, 3.0, {&entry, 1});
+  LinearSolver solver(model);
+  solver.solve(Method::kPrimal);
+  EXPECT_THAT(solver.basis().columns, testing::ElementsAre(Place::kHigh, Place::kLow));
+  EXPECT_THAT(solver.basis().rows, testing::ElementsAre(Place::kBasic));
+  LinearSolver other(model);
+  other.setBasis(solver.basis());
+  const LinearSolution solution = other.solve(Method::kPrimal, kNoPivots);
+  EXPECT_NEAR(solution.objective, -3.0, kNear);
 }
 
 TEST_F(ShortMill, ItsBasisIsThatOfTheLastSolve) {

@@ -69,10 +69,12 @@ TEST(ImprovePatterns, ReachesTheOptimumOfAllPatterns) {
     Network network =
         network::readNetworkText(model.importFile({{"G", mill.deckle(), {mill.widths().back()}}}));
     PlanProblem problem = makeProblem(network, {});
+    const std::size_t patterns = problem.patterns.size();
     const ImproveReport report =
         improvePatterns(network, problem, {}, {.limit = kLimit}, [](const ImproveReport &) {
         }).report;
     EXPECT_TRUE(report.isComplete);
+    EXPECT_EQ(static_cast<std::size_t>(report.patterns), problem.patterns.size() - patterns);
     EXPECT_NEAR(report.costBound, report.cost, 1e-6 * (1 + report.cost));
     const Optimum best = optimumOf(
         problemOf(model.importFile(allPatterns("G", mill.deckle(), mill.widths(), kLimit))));
@@ -187,6 +189,46 @@ TEST_F(ExactMill, HandsOverALinearProgrammeAndABasisOfItsOptimum) {
   EXPECT_EQ(solution.iterations, 0);
   EXPECT_NEAR(solution.objective, improvement.report.cost, 1e-6);
   expectNear({steps.leastUnmet(), solution.objective}, optimumOf(problem_));
+}
+
+// Two rolls of 30 in a reel are worth less than its waste costs, but without such reels there is no
+// time for all; only the search for the fewest unmet rolls asks for them.
+TEST(ImprovePatterns, FindsPatternsThatAreTooDearButDeliverMore) {
+  const MillModel model("M1,W1,G,100,15,2,5000\n", "1,G,30,100,A\n1,G,28,100,A\n",
+                        "A,M1,Road,50,0\n");
+  Network network = network::readNetworkText(model.importFile({{"G", 100, {30}}}));
+  PlanProblem problem = makeProblem(network, {});
+  const ImproveReport report =
+      improvePatterns(network, problem, {}, {.limit = 2}, [](const ImproveReport &) {}).report;
+  EXPECT_TRUE(report.isComplete);
+  const Optimum best = optimumOf(problemOf(model.importFile(allPatterns("G", 100, {30, 28}, 2))));
+  EXPECT_NEAR(best.unmet, 0, 1e-6);
+  EXPECT_NEAR(report.cost, best.cost, 1e-6 * best.cost);
+  expectNear(optimumOf(problem), best);
+}
+
+// The file says that two rolls leave 20 inches, which is more than they do: pricing would ask for
+// that pattern for ever. What that leaves open grows with the machine's time.
+ImproveReport improvedWhereTrimIsRoundedUp(const std::string &reelsADay) {
+  const MillModel model("M1,W1,G,100," + reelsADay + ",2,1.5\n", "1,G,40.0000123,300,A\n",
+                        "A,M1,Road,50,0\n");
+  Network network = network::readNetworkText(model.importFile({{"G", 100, {40.0000123}}}));
+  PlanProblem problem = makeProblem(network, {});
+  std::vector<CutterMenu> menus = cutterMenus(network, problem);
+  MillNames(model.inputs()).makeExact(menus, problem);
+  return improvePatterns(network, problem, menus, {.limit = 2}, [](const ImproveReport &) {})
+      .report;
+}
+
+TEST(ImprovePatterns, EndsWhereTheFileRoundsTrimUp) {
+  const ImproveReport little = improvedWhereTrimIsRoundedUp("22");
+  EXPECT_EQ(little.patterns, 1);
+  EXPECT_TRUE(little.isComplete);
+  const ImproveReport much = improvedWhereTrimIsRoundedUp("220000");
+  EXPECT_EQ(much.patterns, 1);
+  EXPECT_FALSE(much.isComplete);
+  EXPECT_FALSE(much.isTimeUp);
+  EXPECT_LT(much.costBound, much.cost);
 }
 
 // Deckles of 100 inches for rolls of 60: the waste of a reel costs four times what its roll does
