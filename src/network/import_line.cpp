@@ -232,13 +232,13 @@ struct NodeType {
 
 // What follows a node's name is part of where the name ends: a name may hold `" <`.
 constexpr std::array kNodeTypes{
-    NodeType{"\"StorageDemand\" <name> \"", " <", storage},
-    NodeType{"\"Delay\" <name> \"", " <", delay},
-    NodeType{"\"Process\" <name> \"", " <", process},
-    NodeType{"\"Batch\" <name> \"", " <singlePeriodSetups> True ", batch},
-    NodeType{"\"Machine\" <name> \"", " <", machine},
-    NodeType{"\"Demand\" <name> \"", " <", wasteDemand},
-    NodeType{"\"Block\" <name> \"",
+    NodeType{R"("StorageDemand" <name> ")", " <", storage},
+    NodeType{R"("Delay" <name> ")", " <", delay},
+    NodeType{R"("Process" <name> ")", " <", process},
+    NodeType{R"("Batch" <name> ")", " <singlePeriodSetups> True ", batch},
+    NodeType{R"("Machine" <name> ")", " <", machine},
+    NodeType{R"("Demand" <name> ")", " <", wasteDemand},
+    NodeType{R"("Block" <name> ")",
              " <capMan> False <openAtStart> True <shutdownBenefit> 0 <startupCost> 0 ", block},
 };
 

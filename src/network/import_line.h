@@ -73,12 +73,12 @@ struct ImportLine {
   Number undercost;
 };
 
-// Takes a line apart, given without its line break. Attributes must be those of the family in their
-// order, with single blanks; empty when the line fits no family, and stop is then the place, in
-// bytes, up to which it does.
+// Takes the text of a line apart, given without its line break. Attributes must be those of the
+// family in their order, with single blanks; empty when the line fits no family, and stop is then
+// the place, in bytes, up to which it does.
 //
 // A name ends at the first quote that the text of the next attribute follows, so it may hold quotes
 // and blanks of its own. Where a value has but one meaning (`<min> 0` of an arc) no other is taken.
-std::optional<ImportLine> parseImportLine(std::string_view line, std::size_t *stop = nullptr);
+std::optional<ImportLine> parseImportLine(std::string_view text, std::size_t *stop = nullptr);
 
 }  // namespace corvane::network

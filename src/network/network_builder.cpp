@@ -250,7 +250,7 @@ Index NetworkBuilder::declareNode(NodeType type, std::string_view name) {
     }
     return known;
   }
-  const Index node = static_cast<Index>(network_.nodes.size());
+  const auto node = static_cast<Index>(network_.nodes.size());
   nodes_.add(name, node);
   network_.nodes.emplace_back();
   network_.nodes.back().name = name;

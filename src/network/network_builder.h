@@ -26,7 +26,7 @@ class NetworkBuilder {
   explicit NetworkBuilder(OnFault onFault = {}) : onFault_(std::move(onFault)) {}
 
   // The next line, without its line break.
-  void take(std::string_view line);
+  void take(std::string_view text);
 
   // What follows the last line break of the file; REQUIRES: there is something.
   void takeCutLine();
@@ -79,13 +79,13 @@ class NetworkBuilder {
   Index declareNode(NodeType type, std::string_view name);
   void declareProcess(std::string_view name);
   void declareCommodity(const ImportLine &line);
-  void setMachine(Index node, const ImportLine &line);
-  void setStorage(Index node, const ImportLine &line);
-  void attach(Index node, Index commodity, bool in, double quantity);
+  void setMachine(Index index, const ImportLine &line);
+  void setStorage(Index index, const ImportLine &line);
+  void attach(Index index, Index commodity, bool in, double quantity);
   void attachYield(Index node, const ImportLine &line);
   Index findOrAddArc(const Arc &arc, const ImportLine &line);
   void requireEnds(const Arc &arc, const ImportLine &line);
-  void setArc(Index arc, Index period, double cost);
+  void setArc(Index index, Index period, double cost);
 
   Index nodeOf(std::string_view name);
   Index commodityOf(std::string_view name);

@@ -20,7 +20,7 @@ bool isEmptyYield(const ImportLine &line) {
 }
 
 bool byCommodity(const Attachment &a, const Attachment &b) {
-  return a.commodity != b.commodity ? a.commodity < b.commodity : a.in < b.in;
+  return std::pair(a.commodity, a.in) < std::pair(b.commodity, b.in);
 }
 
 }  // namespace

@@ -12,7 +12,7 @@ bool isDigit(char character) {
 
 // Takes the digits off the front, leading zeros dropped.
 std::string_view takeNumber(std::string_view &text) {
-  const std::size_t end =
+  const auto end =
       static_cast<std::size_t>(std::find_if_not(text.begin(), text.end(), isDigit) - text.begin());
   std::string_view number = text.substr(0, end);
   text.remove_prefix(end);

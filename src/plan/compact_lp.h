@@ -81,7 +81,7 @@ class CompactLp {
   int addRow(RowRole role, double low, double high);
   int addColumn(ColumnRole role, double cost, double high, const std::vector<Entry> &entries);
   void addRows(const PlanProblem &problem);
-  void addReels(const PlanProblem &problem, Index pattern, std::size_t period);
+  void addReels(const PlanProblem &problem, Index index, std::size_t period);
   void addSplit(const PlanProblem &problem, const RowRole &row, int number);
   void addShips(const PlanProblem &problem);
   void addSurplusAndStock(const PlanProblem &problem);

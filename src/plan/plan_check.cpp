@@ -9,7 +9,6 @@
 namespace corvane::plan {
 
 using network::Adjacency;
-using network::Arc;
 using network::Attachment;
 using network::CommodityKind;
 using network::Node;

@@ -172,6 +172,6 @@ struct NewPattern {
 // The next pattern of the cutter in the file's manner: its node, arcs and costs as those of the
 // cutter's sample pattern. Both the network and the problem grow; indices stay. Returns its place
 // in PlanProblem::patterns.
-Index addPattern(Network &network, PlanProblem &problem, const NewPattern &pattern);
+Index addPattern(Network &network, PlanProblem &problem, const NewPattern &wanted);
 
 }  // namespace corvane::plan

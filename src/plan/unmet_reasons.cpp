@@ -18,6 +18,19 @@ std::size_t earliestMaking(const Store &store, std::size_t leaving) {
   return leaving;
 }
 
+// The machines that can make what leaves the store in `leaving`, and when.
+void addMakers(const PlanProblem &problem, const Store &store, std::size_t leaving,
+               std::set<MachineTime> &makers) {
+  for (const Index pattern : store.patterns) {
+    const Cutter &cutter = problem.cutters[problem.patterns[pattern].cutter];
+    if (cutter.capacity > 0.0) {
+      for (std::size_t making = earliestMaking(store, leaving); making <= leaving; ++making) {
+        makers.insert({cutter.machine, static_cast<Index>(making)});
+      }
+    }
+  }
+}
+
 }  // namespace
 
 std::vector<double> usedDays(const PlanProblem &problem, const Plan &plan) {
@@ -39,18 +52,9 @@ std::vector<MachineTime> possibleMakers(const PlanProblem &problem, const Order 
   std::set<MachineTime> makers;
   for (const Index index : order.routes) {
     const Route &route = problem.routes[index];
-    const Store &store = problem.stores[route.store];
     for (std::size_t leaving = 0; leaving < problem.periodCount(); ++leaving) {
-      if (route.arrival[leaving] != period) {
-        continue;
-      }
-      for (std::size_t making = earliestMaking(store, leaving); making <= leaving; ++making) {
-        for (const Index pattern : store.patterns) {
-          const Cutter &cutter = problem.cutters[problem.patterns[pattern].cutter];
-          if (cutter.capacity > 0.0) {
-            makers.insert({cutter.machine, static_cast<Index>(making)});
-          }
-        }
+      if (route.arrival[leaving] == period) {
+        addMakers(problem, problem.stores[route.store], leaving, makers);
       }
     }
   }

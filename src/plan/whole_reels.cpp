@@ -42,6 +42,9 @@ constexpr int kLargestScale = 8;
 constexpr std::array kHeats = {0.2, 0.1, 0.05, 0.025, 0.0125};
 constexpr double kMovesAColumn = 3000;
 constexpr double kMostMoves = 2e7;
+// To the bound; and to what it was before, for a round to have helped.
+constexpr double kMuchLeft = 0.04;
+constexpr double kStillHelps = 0.98;
 // How many reels more or less of a pattern a part may have than the plan.
 constexpr double kSpan = 2;
 
@@ -139,22 +142,33 @@ class Search {
     return result.isOptimal;
   }
 
+  // Where much is left the runs are made again, twice as long, while that helps.
   void anneal() {
     ReelAnneal search(space_, optimum_);
     AnnealOptions options;
     options.moves =
         std::min(kMovesAColumn * static_cast<double>(space_.reels().size()), kMostMoves);
-    for (const double heat : kHeats) {
-      if (isOver()) {
+    for (double before = kInfinite; gap() < before; options.moves *= 2) {
+      before = kStillHelps * gap();
+      for (const double heat : kHeats) {
+        if (isOver()) {
+          return;
+        }
+        options.heat = heat;
+        anneal(search, options);
+        ++options.seed;
+      }
+      if (gap() < kMuchLeft) {
         return;
       }
-      options.heat = heat;
-      ReelPlan plan = search.run(plan_, options, [this] { return secondsLeft() <= 0; });
-      ++options.seed;
-      if (isBetter(plan, plan_)) {
-        plan_ = std::move(plan);
-        found("annealing");
-      }
+    }
+  }
+
+  void anneal(ReelAnneal &search, const AnnealOptions &options) {
+    ReelPlan plan = search.run(plan_, options, [this] { return secondsLeft() <= 0; });
+    if (isBetter(plan, plan_)) {
+      plan_ = std::move(plan);
+      found("annealing");
     }
   }
 

@@ -98,7 +98,7 @@ TEST(Advice, ADayOfAFullMachineSavesItsDualValue) {
 TEST(Advice, ADayDeliversWhatItMakes) {
   EXPECT_THAT(toldOf(oneMill(200)).days,
               ElementsAre("machine-day: a day more of M_C in 1 delivers up to 20 rolls "
-                          "more, such as those of G_A_50.000 in 1"));
+                          "more; of what is short it makes G_A_50.000 in 1"));
 }
 
 TEST(Advice, ADayDeliversNoMoreThanIsShort) {
@@ -119,13 +119,14 @@ TEST(Advice, TheBestThreeDaysAreTold) {
     mill.rates.push_back({"Mill" + number, "A", "Truck", 5.0, 0.0});
     mill.orders.push_back({"G" + number, "A", 50.0, 0, 1000});
   }
-  EXPECT_THAT(toldOf(mill).days,
-              ElementsAre(HasSubstr("of M_C4 in 1 delivers up to 80 rolls more, such as those of "
-                                    "G4_A_50.000 in 1"),
-                          HasSubstr("of M_C3 in 1 delivers up to 60 rolls more, such as those of "
-                                    "G3_A_50.000 in 1"),
-                          HasSubstr("of M_C2 in 1 delivers up to 40 rolls more, such as those of "
-                                    "G2_A_50.000 in 1")));
+  EXPECT_THAT(
+      toldOf(mill).days,
+      ElementsAre(HasSubstr("of M_C4 in 1 delivers up to 80 rolls more; of what is short it makes "
+                            "G4_A_50.000 in 1"),
+                  HasSubstr("of M_C3 in 1 delivers up to 60 rolls more; of what is short it makes "
+                            "G3_A_50.000 in 1"),
+                  HasSubstr("of M_C2 in 1 delivers up to 40 rolls more; of what is short it makes "
+                            "G2_A_50.000 in 1")));
 }
 
 // Of three orders that are short the two of which most is short, and none of another period.
@@ -139,11 +140,12 @@ TEST(Advice, ADayNamesTheLargestOrdersThatItCouldMake) {
   mill.rates = {{"North", "A", "Truck", 5.0, 0.0},
                 {"North", "B", "Truck", 6.0, 0.0},
                 {"North", "D", "Truck", 7.0, 0.0}};
-  EXPECT_THAT(toldOf(mill).days,
-              UnorderedElementsAre(HasSubstr("in 1 delivers up to 20 rolls more, such as those of "
-                                             "G_D_50.000 in 1 and G_B_50.000 in 1"),
-                                   HasSubstr("in 2 delivers up to 20 rolls more, such as those of "
-                                             "G_A_50.000 in 2")));
+  EXPECT_THAT(
+      toldOf(mill).days,
+      UnorderedElementsAre(HasSubstr("in 1 delivers up to 20 rolls more; of what is short it makes "
+                                     "G_D_50.000 in 1 and G_B_50.000 in 1"),
+                           HasSubstr("in 2 delivers up to 20 rolls more; of what is short it makes "
+                                     "G_A_50.000 in 2")));
 }
 
 // 60 of the 200 rolls can be made by C in the first period, 20 cheaper: 1,200 of 3,200.
@@ -278,8 +280,9 @@ TEST_F(AdviceRun, EndsThePlanOnTheScreenAndIsInTheRecord) {
   const std::string json = run(PlanRequest{});
   EXPECT_THAT(
       out_.str(),
-      HasSubstr("  Would pay  a day more of M_C in 2 delivers up to 20 rolls "
-                "more, such as those of G_A_50.000 in 2\n             stock at the cutters"));
+      HasSubstr(
+          "  Would pay  a day more of M_C in 2 delivers up to 20 rolls "
+          "more; of what is short it makes G_A_50.000 in 2\n             stock at the cutters"));
   EXPECT_THAT(json, HasSubstr(R"({"kind": "machine-day", "text": "a day more of M_C in 2)"));
   EXPECT_THAT(json, HasSubstr(R"({"kind": "stock", "text": "stock at the cutters)"));
 }

@@ -306,6 +306,35 @@ TEST(SmallNetworks, TheFirstDataHoldForThePeriodsBeforeThem) {
   EXPECT_THAT(planned.record.totals.unmetRolls, DoubleNear(60, kNear));
 }
 
+// Without data of its own the third period has those of the second, 3 days that make 30 reels, and
+// neither those of the first, 7 days, nor those of the fourth, 1 day.
+TEST(SmallNetworks, APeriodWithoutDataHasThoseOfTheLastOneBeforeIt) {
+  TestMill mill = smallMill();
+  mill.periods = {"1", "2", "3", "4"};
+  mill.orders[0].period = 2;
+  mill.orders[0].rolls = 200;
+  std::string kept;
+  std::istringstream lines(importText(mill));
+  for (std::string line; std::getline(lines, line);) {
+    const auto isMachineIn = [&](const std::string &period) {
+      return line.find("addnode <type> \"Machine\"") == 0 &&
+             line.find("<period> \"" + period + "\"") != std::string::npos;
+    };
+    if (isMachineIn("3")) {
+      continue;
+    }
+    if (const std::size_t at = line.find("<max> 7 "); isMachineIn("2") || isMachineIn("4")) {
+      ASSERT_NE(at, std::string::npos);
+      line.replace(at, 7, isMachineIn("2") ? "<max> 3" : "<max> 1");
+    }
+    kept += line + '\n';
+  }
+  const Planned planned(kept);
+  EXPECT_THAT(planned.record.faults, IsEmpty());
+  EXPECT_THAT(planned.problem.machines[0].days, ElementsAre(7, 3, 3, 1));
+  EXPECT_THAT(planned.record.totals.unmetRolls, DoubleNear(200 - 2 * 30, kNear));
+}
+
 // Rolls of 60 fall off the reels that are made for 7 rolls of 30: the store has reels of two
 // cutters, at 3 and 2 an inch of waste, and the dearer counts. 7 x 60 x 3.
 TEST(SmallNetworks, SurplusCostsTheDearestWasteOfItsStore) {
