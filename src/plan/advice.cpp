@@ -83,8 +83,9 @@ std::string shortOrders(const LinearOptimum &optimum, const Day &day) {
   std::string text;
   for (std::size_t at = 0; at < std::min(orders.size(), kMostOrders); ++at) {
     const ColumnRole &order = *orders[at].order;
-    text += (at == 0 ? "; of what is short it makes " : " and ") + optimum.problem.orders[order.what].name +
-            " in " + optimum.problem.periods[order.period];
+    text += (at == 0 ? "; of what is short it makes " : " and ") +
+            optimum.problem.orders[order.what].name + " in " +
+            optimum.problem.periods[order.period];
   }
   return text;
 }

@@ -9,10 +9,13 @@ namespace corvane::plan {
 
 namespace {
 
-// What an undelivered roll costs, in rolls of surplus: at the beginning, and from here to the end.
+// What an undelivered roll costs, in rolls of surplus: at the beginning; after this part of the
+// moves, to which it grows; and at the end, from there on, lest a roll be left.
 constexpr double kFirstPenalty = 2;
-constexpr double kLastPenalty = 10;
+constexpr double kGrownPenalty = 5;
 constexpr double kPenaltyGrows = 0.75;
+constexpr double kLastPenalty = 20;
+constexpr double kEnd = 0.9;
 // The penalty changes in so many steps.
 constexpr int kStages = 20;
 // Of the temperature at the beginning, at the end.
@@ -28,6 +31,12 @@ constexpr int kMovesAnAsking = 1024;
 constexpr double kNoise = 1e-10;
 constexpr double kLeastGain = 1e-6;
 constexpr double kRange = 4294967296.0;  // of the generator
+
+double penaltyAt(double part) {
+  return part >= kEnd ? kLastPenalty
+                      : kFirstPenalty * std::pow(kGrownPenalty / kFirstPenalty,
+                                                 std::min(1.0, part / kPenaltyGrows));
+}
 
 }  // namespace
 
@@ -93,8 +102,7 @@ ReelPlan ReelAnneal::run(const ReelPlan &start, const AnnealOptions &options,
     const double part = move / options.moves;
     if (part * kStages >= stage + 1) {
       ++stage;
-      const double grown = std::min(1.0, part / kPenaltyGrows);
-      rebuild(surplusCost_ * kFirstPenalty * std::pow(kLastPenalty / kFirstPenalty, grown));
+      rebuild(surplusCost_ * penaltyAt(part));
     }
     if (std::fmod(move, kMovesAnAsking) == 0) {
       if (isOver()) {

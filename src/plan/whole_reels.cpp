@@ -142,25 +142,27 @@ class Search {
     return result.isOptimal;
   }
 
-  // Where much is left the runs are made again, twice as long, while that helps.
+  // Where much is left the runs are made again, hotter and twice as long, while that helps.
   void anneal() {
     ReelAnneal search(space_, optimum_);
     AnnealOptions options;
     options.moves =
         std::min(kMovesAColumn * static_cast<double>(space_.reels().size()), kMostMoves);
+    double hotter = 1;
     for (double before = kInfinite; gap() < before; options.moves *= 2) {
       before = kStillHelps * gap();
       for (const double heat : kHeats) {
         if (isOver()) {
           return;
         }
-        options.heat = heat;
+        options.heat = heat * hotter;
         anneal(search, options);
         ++options.seed;
       }
       if (gap() < kMuchLeft) {
         return;
       }
+      hotter = 2;
     }
   }
 
