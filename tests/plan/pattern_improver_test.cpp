@@ -191,18 +191,18 @@ TEST_F(ExactMill, HandsOverALinearProgrammeAndABasisOfItsOptimum) {
   expectNear({steps.leastUnmet(), solution.objective}, optimumOf(problem_));
 }
 
-// Two rolls of 30 in a reel are worth less than its waste costs, but without such reels there is no
-// time for all; only the search for the fewest unmet rolls asks for them.
+// Two rolls of 30 in a reel are worth less than its waste costs, and there is time for seven reels;
+// only the search for the fewest unmet rolls asks for them.
 TEST(ImprovePatterns, FindsPatternsThatAreTooDearButDeliverMore) {
-  const MillModel model("M1,W1,G,100,15,2,5000\n", "1,G,30,100,A\n1,G,28,100,A\n",
-                        "A,M1,Road,50,0\n");
+  const MillModel model("M1,W1,G,100,1,2,5000\n", "1,G,30,100,A\n", "A,M1,Road,50,0\n");
   Network network = network::readNetworkText(model.importFile({{"G", 100, {30}}}));
   PlanProblem problem = makeProblem(network, {});
   const ImproveReport report =
       improvePatterns(network, problem, {}, {.limit = 2}, [](const ImproveReport &) {}).report;
   EXPECT_TRUE(report.isComplete);
-  const Optimum best = optimumOf(problemOf(model.importFile(allPatterns("G", 100, {30, 28}, 2))));
-  EXPECT_NEAR(best.unmet, 0, 1e-6);
+  const Optimum best = optimumOf(problemOf(model.importFile(allPatterns("G", 100, {30}, 2))));
+  EXPECT_NEAR(best.unmet, 100 - 2 * 7, 1e-6);
+  EXPECT_NEAR(report.unmet, best.unmet, 1e-6);
   EXPECT_NEAR(report.cost, best.cost, 1e-6 * best.cost);
   expectNear(optimumOf(problem), best);
 }
