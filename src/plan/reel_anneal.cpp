@@ -136,11 +136,11 @@ void ReelAnneal::rebuild(double penalty) {
   reelCost_ = 0;
   days_.assign(static_cast<std::size_t>(space_.model().rows()), 0.0);
   for (const int column : space_.reels()) {
-    if (const double reels = counts_[static_cast<std::size_t>(column)]; reels > 0) {
-      flow_.add(column, reels);
-      reelCost_ += reels * space_.costs()[static_cast<std::size_t>(column)];
+    if (const double made = counts_[static_cast<std::size_t>(column)]; made > 0) {
+      flow_.add(column, made);
+      reelCost_ += made * space_.costs()[static_cast<std::size_t>(column)];
       days_[static_cast<std::size_t>(space_.rowsOf(column).front())] +=
-          reels * space_.entriesOf(column).front();
+          made * space_.entriesOf(column).front();
     }
   }
   flow_.commit();

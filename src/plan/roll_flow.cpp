@@ -150,8 +150,8 @@ bool RollFlow::findPath(int node, Way way) {
   double shortest = kInfinite;
   reach(node, 0, {});
   const bool outward = way == Way::kToRoot;
-  for (std::size_t i = 0; i < queue_.size(); ++i) {
-    const int from = queue_[i];
+  for (std::size_t next = 0; next < queue_.size();) {  // it grows
+    const int from = queue_[next++];
     isQueued_[static_cast<std::size_t>(from)] = 0;
     const double distance = distance_[static_cast<std::size_t>(from)];
     for (const End &end : endsOf(from)) {
@@ -262,9 +262,9 @@ void RollFlow::startAtRoot(int part, std::vector<double> &values, Way way) {
 }
 
 void RollFlow::spread(std::vector<double> &values, Way way) {
-  const bool outward = way == Way::kFromRoot;  // as seen from the node that has its value
-  for (std::size_t i = 0; i < queue_.size(); ++i) {
-    const int from = queue_[i];
+  const bool outward = way == Way::kFromRoot;          // as seen from the node that has its value
+  for (std::size_t next = 0; next < queue_.size();) {  // it grows
+    const int from = queue_[next++];
     isQueued_[static_cast<std::size_t>(from)] = 0;
     for (const End &end : endsOf(from)) {
       const int to = otherNode(end);

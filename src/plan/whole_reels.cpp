@@ -43,7 +43,7 @@ constexpr std::array kHeats = {0.2, 0.1, 0.05, 0.025, 0.0125};
 constexpr double kMovesAColumn = 3000;
 constexpr double kMostMoves = 2e7;
 // To the bound; and to what it was before, for a round to have helped.
-constexpr double kMuchLeft = 0.04;
+constexpr double kMuchLeft = 0.1;
 constexpr double kStillHelps = 0.98;
 // How many reels more or less of a pattern a part may have than the plan.
 constexpr double kSpan = 2;

@@ -141,6 +141,18 @@ TEST(NetworkReader, WhatIsNotDeclaredIsRefusedWithItsLine) {
               HasSubstr("holds no node"));
 }
 
+TEST(NetworkReader, PeriodsAndCommoditiesStandInTheirPlaces) {
+  const std::string second = "addperiod <name> \"2\"\n";
+  EXPECT_THAT(refusalOf(changed(second, second + second)).text,
+              HasSubstr("the period \"2\" stands out of place or twice"));
+  EXPECT_EQ(refusalOf(changed(second, second + second)).line, lineOf(second) + 1);
+  const std::string attach = "addattach <node> \"M_C\"";
+  EXPECT_THAT(refusalOf(changed(attach, "addperiod <name> \"3\"\n" + attach)).text,
+              HasSubstr("the period \"3\" stands out of place or twice"));
+  EXPECT_THAT(refusalOf(changed(second, "addcommodity <name> \"DemandWidth50\"\n" + second)).text,
+              HasSubstr("a commodity after the periods"));
+}
+
 TEST(NetworkReader, AnArcNeedsANodeThatGivesAndOneThatTakes) {
   EXPECT_THAT(refusalOf(changed("<from> \"G_C_100\" <to> \"G_Pattern_0_C_100\"",
                                 "<from> \"M_C\" <to> \"G_Pattern_0_C_100\""))

@@ -10,6 +10,7 @@
 #include "plan/linear_solver.h"
 #include "plan/mill_model.h"
 #include "plan/mill_text.h"
+#include "plan/planned.h"
 #include "plan/reel_dive.h"
 #include "plan/roll_flow.h"
 #include "plan/two_steps.h"
@@ -240,6 +241,53 @@ TEST_P(ReelAnnealTest, EndsWhenItIsOver) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Mills, ReelAnnealTest, testing::Range(0U, 6U));
+
+// On one machine a cutter of 100 inches makes 10 reels a day with 10 inches of trim, one of 90
+// makes 2 without. The slow one would be cheaper for all 30 reels and may have no more than the 7
+// days.
+TEST(ReelAnneal, KeepsToTheDaysOfAMachineWithCuttersOfTwoSpeeds) {
+  TestMill mill = smallMill();
+  mill.cutters = {{"North", "C", "G", 100.0, 10.0, 2.0, {{50, 40}}},
+                  {"North", "C", "G", 90.0, 2.0, 2.0, {{50, 40}}}};
+  mill.orders = {{"G", "A", 50.0, 0, 30}, {"G", "A", 40.0, 0, 30}};
+  mill.rates = {{"North", "A", "Truck", 1.0, 0.0}};
+  const Planned planned(importText(mill));
+  const ReelSpace space(planned.problem, planned.lp);
+  LinearSolver solver(planned.lp.model());
+  const LinearSolution optimum = TwoSteps(planned.problem, planned.lp, solver, {}).solve();
+  const ReelPlan start = *diveForReels(space, {1, 0}, never);
+  const ReelPlan plan = ReelAnneal(space, optimum).run(start, {.moves = 20000, .heat = 1}, never);
+  double days = 0;
+  double reels = 0;
+  for (const int column : space.reels()) {
+    const double made = plan.values[static_cast<std::size_t>(column)];
+    days += made * space.entriesOf(column).front();
+    reels += made;
+  }
+  EXPECT_EQ(plan.unmet, 0);
+  EXPECT_EQ(reels, 30);
+  EXPECT_LE(days, 7 + kTolerance);
+  EXPECT_GT(days, 6.5);  // 10 slow reels and 20 quick ones
+}
+
+// While it is hot the plan is mostly worse than what it began with, and it ends there.
+TEST_P(ReelAnnealTest, GivesTheBestPlanAndNotTheLast) {
+  double surplus = 0;
+  int stores = 0;
+  for (int column = 0; column < space_.model().columns(); ++column) {
+    if (space_.lp().column(column).kind == ColumnKind::kSurplus) {
+      surplus += space_.costs()[static_cast<std::size_t>(column)];
+      ++stores;
+    }
+  }
+  int asked = 0;
+  const ReelPlan plan =
+      ReelAnneal(space_, mill_.optimum).run(start_, {.moves = 1e12, .heat = 10}, [&] {
+        return ++asked == 4;
+      });
+  const double roll = 2 * surplus / stores;  // what an undelivered one costs at first
+  EXPECT_LE(plan.cost + roll * plan.unmet, start_.cost + roll * start_.unmet + kTolerance);
+}
 
 // Six mills together, from what a dive leaves.
 TEST(ReelAnneal, MakesPlansBetter) {
