@@ -98,6 +98,7 @@ class Search {
 
   // Tries every way to go on with the candidates from `first`, one more roll at a time, unless it
   // cannot be worth more than the best.
+  // NOLINTNEXTLINE(misc-no-recursion): as deep as a pattern has rolls
   void extend(std::size_t first, double room, int rollsLeft, double value) {
     take(value, chosen_);
     if (++nodes_ > patience_ && !isLasting_) {
