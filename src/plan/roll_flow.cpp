@@ -117,17 +117,17 @@ double RollFlow::costOf(const End &end, bool outward) const {
   return end.isTail == outward ? arc.cost : -arc.cost;
 }
 
-void RollFlow::add(int reels, double count) {
-  const auto rows = space_.rowsOf(reels);
+void RollFlow::add(int column, double count) {
+  const auto rows = space_.rowsOf(column);
   for (std::size_t i = 1; i < rows.size(); ++i) {  // the first is the machine's
-    send(rows[i], count * space_.entriesOf(reels)[i], Way::kToRoot);
+    send(rows[i], count * space_.entriesOf(column)[i], Way::kToRoot);
   }
 }
 
-void RollFlow::remove(int reels, double count) {
-  const auto rows = space_.rowsOf(reels);
+void RollFlow::remove(int column, double count) {
+  const auto rows = space_.rowsOf(column);
   for (std::size_t i = 1; i < rows.size(); ++i) {
-    send(rows[i], count * space_.entriesOf(reels)[i], Way::kFromRoot);
+    send(rows[i], count * space_.entriesOf(column)[i], Way::kFromRoot);
   }
 }
 
@@ -225,11 +225,11 @@ void RollFlow::commit() {
 }
 
 void RollFlow::rollBack() {
-  for (auto step = journal_.rbegin(); step != journal_.rend(); ++step) {
-    Arc &arc = arcs_[static_cast<std::size_t>(step->arc)];
-    arc.flow -= step->change;
-    cost_ -= step->change * arc.cost;
-  }
+  std::for_each(journal_.rbegin(), journal_.rend(), [this](const Step &step) {
+    Arc &arc = arcs_[static_cast<std::size_t>(step.arc)];
+    arc.flow -= step.change;
+    cost_ -= step.change * arc.cost;
+  });
   journal_.clear();
   changed_.clear();
 }

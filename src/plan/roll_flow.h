@@ -26,8 +26,8 @@ class RollFlow {
   double cost() const { return cost_; }  // of all arcs
 
   // The rolls of so many reels (a column) come, or go; no more than have come.
-  void add(int reels, double count);
-  void remove(int reels, double count);
+  void add(int column, double count);
+  void remove(int column, double count);
 
   // What was added and removed since the last commit() is kept, or undone.
   void commit();

@@ -218,6 +218,26 @@ TEST(DiveForReels, EndsInAPlanOfWholeReels) {
   }
 }
 
+// There is time for 3.5 reels: 1.9 for 19 rolls, which 2 take, and of the others' 1.6 then 1.
+TEST(DiveForReels, RoundsNoReelUpThatTheMachineHasNoTimeFor) {
+  TestMill small = smallMill();
+  small.cutters = {{"North",
+                    "C",
+                    "G",
+                    100.0,
+                    0.5,
+                    1.0,
+                    {std::vector<double>(10, 10.0), std::vector<double>(10, 9.5)}}};
+  small.orders = {{"G", "A", 10.0, 0, 19}, {"G", "A", 9.5, 0, 16}};
+  small.rates = {{"North", "A", "Truck", 1.0, 0.0}};
+  const Planned mill(importText(small));
+  const ReelSpace space(mill.problem, mill.lp);
+  const std::optional<ReelPlan> plan = diveForReels(space, {0, 0}, never);
+  ASSERT_TRUE(plan);
+  expectPlan(space, *plan);
+  EXPECT_NEAR(plan->unmet, 6, kTolerance);
+}
+
 TEST(DiveForReels, EndsWithoutAPlanWhenItIsOver) {
   const WholeMill mill(1, 3);
   EXPECT_FALSE(diveForReels(mill.space, {}, [] { return true; }));
