@@ -97,7 +97,7 @@ ProblemMaker::Role ProblemMaker::processRole(const Node &node) const {
   return Role::kNothing;
 }
 
-ProblemMaker::Role ProblemMaker::storageRole(const Node &node) const {
+ProblemMaker::Role ProblemMaker::storageRole(const Node &node) {
   const bool gives = std::any_of(node.attachments.begin(), node.attachments.end(),
                                  [](const Attachment &attachment) { return !attachment.in; });
   if (gives && !node.undercost.empty()) {
@@ -118,7 +118,7 @@ void ProblemMaker::checkArcs() const {
   }
 }
 
-bool ProblemMaker::mayJoin(Role from, Role to, CommodityKind kind) const {
+bool ProblemMaker::mayJoin(Role from, Role to, CommodityKind kind) {
   switch (kind) {
     case CommodityKind::kMachineTime:
       return from == Role::kMachine && to == Role::kCutter;

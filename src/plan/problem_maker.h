@@ -19,9 +19,9 @@ class ProblemMaker {
 
   void findRoles();
   Role processRole(const network::Node &node) const;
-  Role storageRole(const network::Node &node) const;
+  static Role storageRole(const network::Node &node);
   void checkArcs() const;
-  bool mayJoin(Role from, Role to, network::CommodityKind kind) const;
+  static bool mayJoin(Role from, Role to, network::CommodityKind kind);
 
   void addMachines();
   void addCutters();
@@ -32,7 +32,7 @@ class ProblemMaker {
   void fillYields(Pattern &pattern) const;
   void fillWaste(Pattern &pattern) const;
   void fillCost(Pattern &pattern) const;
-  void teachCutter(Index pattern);
+  void teachCutter(Index index);
   void addRoutes();
   void addRoute(Index store, Index arc, Index lastArc);
   std::vector<Index> arrivals(const Route &route);

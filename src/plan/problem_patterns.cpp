@@ -8,10 +8,8 @@
 
 namespace corvane::plan {
 
-using network::Arc;
 using network::Attachment;
 using network::CommodityKind;
-using network::Node;
 
 namespace {
 

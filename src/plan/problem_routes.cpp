@@ -7,9 +7,6 @@
 
 namespace corvane::plan {
 
-using network::Arc;
-using network::Node;
-
 namespace {
 
 constexpr const char *kDirect = "direct";
