@@ -82,7 +82,7 @@ class RoleWarnings {
 
   void warnOfDelays() {
     std::set<Index> rounded;
-    std::map<std::string, std::pair<double, Index>> longest;  // by mode
+    Longest longest;
     for (const Route &route : problem_.routes) {
       if (route.delayNode == kNone) {
         continue;
@@ -102,6 +102,13 @@ class RoleWarnings {
         }
       }
     }
+    warnOfLateDepartures(longest);
+  }
+
+  // By mode its longest delay in periods, and the line of that.
+  using Longest = std::map<std::string, std::pair<double, Index>>;
+
+  void warnOfLateDepartures(const Longest &longest) {
     for (const auto &[mode, entry] : longest) {
       if (entry.first > 0.0) {
         warn(entry.second, "late-departures",
