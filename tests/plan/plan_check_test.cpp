@@ -69,6 +69,23 @@ TEST_F(PlanCheck, StockThatMayNotBeKeptIsFound) {
   EXPECT_THAT(faults(), Contains(HasSubstr("stock: 1 is more than 0")));
 }
 
+TEST_F(PlanCheck, RollsThatTheRecipeDoesNotGiveAreFound) {
+  planned_.problem.patterns[0].yields[0].rolls += 1;
+  EXPECT_THAT(faults(), Contains(HasSubstr("in period 1: recipe")));
+}
+
+TEST(PlanCheckOfBatches, ReelsThatGoIntoABatchAndNotOutAreFound) {
+  TestMill mill = smallMill();
+  mill.batch = true;
+  Planned planned(importText(mill));
+  ASSERT_THAT(planned.record.faults, IsEmpty());
+  ASSERT_EQ(planned.problem.patterns[0].deckleArcs.size(), 2U);
+  planned.problem.patterns[0].deckleArcs.pop_back();
+  EXPECT_THAT(checkPlan(planned.network, planned.problem, planned.record.plan,
+                        sumUp(planned.network, planned.problem, planned.record.plan)),
+              Contains(HasSubstr("reels of a batch")));
+}
+
 TEST_F(PlanCheck, AFlowBelowZeroIsFound) {
   plan_.surplus[0] = -1;
   EXPECT_THAT(faults(), Contains(HasSubstr("below 0")));
