@@ -110,7 +110,9 @@ ReelPlan ReelAnneal::run(const ReelPlan &start, const AnnealOptions &options,
       }
       temperature = hot * std::pow(kCooled, part);
     }
-    tryMove(propose(), -temperature * std::log(chance()));
+    // Drawn one after the other: a compiler may take arguments in any order.
+    const double most = -temperature * std::log(chance());
+    tryMove(propose(), most);
   }
   take(best_);
   rebuild(surplusCost_ * kLastPenalty);

@@ -55,9 +55,13 @@ class RandomMill {
 
   MillModel model() {
     const std::string deckle = text(deckle_);
-    return MillModel("M1,W1,G," + deckle + "," + std::to_string(1 + below(12)) + ",2,1.5\n" +
-                         "M2,W2,G," + deckle + "," + std::to_string(1 + below(12)) + ",2,2.5\n",
-                     orders(), "A,M1,Road,50,0\nA,M2,Rail,90,1\nB,M1,Road,80,0\nB,M2,Road,30,0\n");
+    // One after the other: a compiler may take arguments in any order.
+    const std::string ordered = orders();
+    const std::string first = std::to_string(1 + below(12));
+    const std::string second = std::to_string(1 + below(12));
+    return MillModel(
+        "M1,W1,G," + deckle + "," + first + ",2,1.5\nM2,W2,G," + deckle + "," + second + ",2,2.5\n",
+        ordered, "A,M1,Road,50,0\nA,M2,Rail,90,1\nB,M1,Road,80,0\nB,M2,Road,30,0\n");
   }
 
  private:
@@ -73,8 +77,10 @@ class RandomMill {
     std::string lines;
     for (const double width : widths_) {
       for (const char *customer : {"A", "B"}) {
-        lines += std::to_string(1 + below(2)) + ",G," + text(width) + ',' +
-                 std::to_string(1 + below(60)) + ',' + customer + '\n';
+        const int period = 1 + below(2);
+        const int rolls = 1 + below(60);
+        lines += std::to_string(period) + ",G," + text(width) + ',' + std::to_string(rolls) + ',' +
+                 customer + '\n';
       }
     }
     return lines;

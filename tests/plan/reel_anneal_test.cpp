@@ -289,12 +289,12 @@ TEST_P(ReelAnnealTest, GivesTheBestPlanAndNotTheLast) {
   EXPECT_LE(plan.cost + roll * plan.unmet, start_.cost + roll * start_.unmet + kTolerance);
 }
 
-// Six mills together, from what a dive leaves.
+// Two dozen mills together, from what a dive leaves.
 TEST(ReelAnneal, MakesPlansBetter) {
   double before = 0;
   double after = 0;
   double bound = 0;
-  for (unsigned seed = 0; seed < 6; ++seed) {
+  for (unsigned seed = 0; seed < 24; ++seed) {
     const AnnealedMill mill(seed);
     const ReelPlan start = *diveForReels(mill.space, {1, 0}, never);
     const ReelPlan plan =
