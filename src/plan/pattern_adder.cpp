@@ -82,7 +82,7 @@ void raiseSurplusCost(Store &store, const Cutter &cutter) {
 Index addPattern(Network &network, PlanProblem &problem, const NewPattern &wanted) {
   const Cutter &cutter = problem.cutters[wanted.cutter];
   const Pattern &sample = problem.patterns[cutter.samplePattern];
-  const Index index = static_cast<Index>(problem.patterns.size());
+  const auto index = static_cast<Index>(problem.patterns.size());
   Pattern pattern;
   pattern.name = nextName(problem, cutter);
   pattern.cutter = wanted.cutter;

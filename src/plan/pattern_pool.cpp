@@ -48,7 +48,7 @@ class Pool {
   }
 
  private:
-  std::string cutterKey(const PlanProblem &problem, const Cutter &cutter) const {
+  static std::string cutterKey(const PlanProblem &problem, const Cutter &cutter) {
     return cutter.name + '\n' + problem.machines[cutter.machine].name;
   }
 

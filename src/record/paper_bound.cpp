@@ -61,6 +61,7 @@ class GradeBound {
       counts[static_cast<int>(roll)] += 1;
     }
     std::vector<plan::Entry> entries;
+    entries.reserve(counts.size());
     for (const auto &[row, count] : counts) {
       entries.push_back({row, count});
     }

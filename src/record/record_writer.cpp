@@ -27,7 +27,7 @@ class FieldWriter {
   template <typename T>
   void write(const T &value) {
     if constexpr (requires { objectFields(*this, value); }) {
-      json_.beginObject(isWide<T> ? JsonWriter::Layout::kLines : JsonWriter::Layout::kOneLine);
+      json_.beginObject(kIsWide<T> ? JsonWriter::Layout::kLines : JsonWriter::Layout::kOneLine);
       objectFields(*this, value);
       json_.endObject();
     } else if constexpr (requires { rowFields(*this, value); }) {
@@ -69,7 +69,7 @@ class FieldWriter {
  private:
   // Objects whose members stand on lines of their own.
   template <typename T>
-  static constexpr bool isWide =
+  static constexpr bool kIsWide =
       std::is_same_v<T, Plan> || std::is_same_v<T, Network> || std::is_same_v<T, LogSection>;
 
   JsonWriter &json_;

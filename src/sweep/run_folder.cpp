@@ -158,7 +158,7 @@ QString makeFolders(const StudyFolder &folder, const Study &study,
   for (const RunSettings &run : runs) {
     distinct.emplace(run.id, &run);
     if (data.insert(run.dataId).second) {
-      const QString fault = makeInputs(folder, study, run, mill);
+      QString fault = makeInputs(folder, study, run, mill);
       if (!fault.isEmpty()) {
         return fault;
       }

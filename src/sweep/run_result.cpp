@@ -21,6 +21,7 @@ QJsonObject readObject(const QString &name) {
 }
 
 // Adds the numbers of an object, and those of the objects in it.
+// NOLINTNEXTLINE(misc-no-recursion): as deep as a record's objects nest
 void flatten(const QJsonObject &object, const QString &prefix, std::map<QString, double> &figures) {
   for (auto member = object.begin(); member != object.end(); ++member) {
     const QString name = prefix + member.key();
