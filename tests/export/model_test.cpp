@@ -1,6 +1,9 @@
 #include "export/model.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 #include "support/model_fixture.h"
 
@@ -118,6 +121,46 @@ TEST_F(ModelHeader, TrailerKeepsItsFullStops) {
   Mill mill("", "");
   EXPECT_EQ(write(mill, [](const ModelData &, ImportFile &file) { writeTrailer(file); }),
             "# End of Corvane. import file.\n");
+}
+
+// The kinds of lines, the types of nodes apart, by where each stands first.
+std::vector<std::string> kindsOfLines(const std::string &model) {
+  std::vector<std::string> kinds;
+  std::istringstream lines(model);
+  for (std::string line; std::getline(lines, line);) {
+    const bool isNode = line.starts_with("addnode ");
+    std::string kind =
+        isNode ? line.substr(0, line.find(" <name>")) : line.substr(0, line.find(' '));
+    if (std::find(kinds.begin(), kinds.end(), kind) == kinds.end()) {
+      kinds.push_back(std::move(kind));
+    }
+  }
+  return kinds;
+}
+
+class WholeModel : public support::ModelTest {
+ protected:
+  std::vector<std::string> kinds() {
+    Mill mill("N,W,Fine,100,1,1,1\n", "1,Fine,30,3,Acme\n", "Acme,N,Road,5,0\n");
+    std::ostringstream out;
+    std::ostringstream log;
+    writeModel(mill.data(), sets_, settings_, out, log);
+    return kindsOfLines(out.str());
+  }
+};
+
+TEST_F(WholeModel, HasEachFamilyInItsPlace) {
+  EXPECT_THAT(kinds(),
+              testing::ElementsAre(
+                  "addroot", "addcommodity", "addperiod", "addnode <type> \"Machine\"", "addattach",
+                  "addnode <type> \"Process\"", "addarc", "addnode <type> \"StorageDemand\"",
+                  "addnodetoset", "blockset", "addnode <type> \"Block\"",
+                  "addnode <type> \"Demand\"", "addnode <type> \"Delay\"", "#"));
+}
+
+TEST_F(WholeModel, OfPatternsOnlyHasNeitherMachinesNorStoragesNorOrders) {
+  settings_.patternsOnly = true;
+  EXPECT_THAT(kinds(), testing::ElementsAre("addroot", "addcommodity", "addperiod", "#"));
 }
 
 }  // namespace
