@@ -15,6 +15,9 @@ using network::Series;
 
 namespace {
 
+// Money a unit. The solver takes numbers from 1e25 on for none, and reels cost a multiple.
+constexpr double kMostCost = 1e20;
+
 std::vector<double> values(const Series &series) {
   std::vector<double> values;
   values.reserve(series.size());
@@ -39,6 +42,7 @@ ProblemMaker::ProblemMaker(const Network &network, const ProblemOptions &options
 PlanProblem ProblemMaker::make() {
   findRoles();
   checkArcs();
+  checkCosts();
   addMachines();
   addCutters();
   addStorage();
@@ -114,6 +118,22 @@ void ProblemMaker::checkArcs() const {
       throw Refused(arc.line, "the arc leads from " + quote(network_.nodes[arc.from].name) +
                                   " to " + quote(network_.nodes[arc.to].name) +
                                   ", where none of its kind may");
+    }
+  }
+}
+
+// A cost that says "never" is beyond what the solver takes for a number.
+void ProblemMaker::checkCosts() const {
+  for (Index arc = 0; arc < network_.arcs.size(); ++arc) {
+    for (std::size_t period = 0; period < network_.periods.size(); ++period) {
+      if (std::fabs(network_.arcCost(arc, period)) > kMostCost) {
+        throw Refused(
+            network_.arcs[arc].line,
+            "the arc from " + quote(network_.nodes[network_.arcs[arc].from].name) + " to " +
+                quote(network_.nodes[network_.arcs[arc].to].name) +
+                " costs more than 1e20, which no plan can reckon with; leave out the rate "
+                "of a way that is not to be used");
+      }
     }
   }
 }

@@ -21,6 +21,7 @@ class ProblemMaker {
   Role processRole(const network::Node &node) const;
   static Role storageRole(const network::Node &node);
   void checkArcs() const;
+  void checkCosts() const;
   static bool mayJoin(Role from, Role to, network::CommodityKind kind);
 
   void addMachines();

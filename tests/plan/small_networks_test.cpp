@@ -237,6 +237,14 @@ TEST(SmallNetworks, ACustomerNamedLikeACutterIsRefused) {
   EXPECT_THAT(refusalOf(mill), HasSubstr("a customer has the name of a cutter"));
 }
 
+TEST(SmallNetworks, ACostThatIsNoNumberToTheSolverIsRefused) {
+  TestMill mill = smallMill();
+  mill.rates.front().cost = 1e19;
+  EXPECT_EQ(refusalOf(mill), "");
+  mill.rates.front().cost = 1e21;
+  EXPECT_THAT(refusalOf(mill), HasSubstr("costs more than 1e20"));
+}
+
 TEST(SmallNetworks, TwoRecipesUnderOneNameAreRefused) {
   TestMill mill = smallMill();
   mill.cutters.push_back({"South", "C", "G", 100.2, 10.0, 2.0, {{50, 50}}});
