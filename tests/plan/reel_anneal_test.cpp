@@ -6,11 +6,10 @@
 #include <cmath>
 #include <random>
 
-#include "network/network_reader.h"
 #include "plan/linear_solver.h"
-#include "plan/mill_model.h"
 #include "plan/mill_text.h"
 #include "plan/planned.h"
+#include "plan/random_reels.h"
 #include "plan/reel_dive.h"
 #include "plan/roll_flow.h"
 #include "plan/two_steps.h"
@@ -21,27 +20,6 @@ namespace {
 
 constexpr double kTolerance = 1e-5;
 constexpr double kPenalty = 700;
-
-// A random mill with all patterns of up to three rolls.
-struct AnnealedMill {
-  explicit AnnealedMill(unsigned seed, bool freeStock = false)
-      : mill(seed),
-        network(network::readNetworkText(
-            mill.model().importFile(allPatterns("G", mill.deckle(), mill.widths(), 3)))),
-        problem(makeProblem(network, {.freeStock = freeStock})),
-        lp(problem),
-        space(problem, lp) {
-    LinearSolver solver(lp.model());
-    optimum = TwoSteps(problem, lp, solver, {}).solve();
-  }
-
-  RandomMill mill;
-  Network network;
-  PlanProblem problem;
-  CompactLp lp;
-  ReelSpace space;
-  LinearSolution optimum;
-};
 
 // The least cost of all but the reels, with so many of each.
 double leastCost(const ReelSpace &space, const std::vector<double> &reels) {
@@ -78,7 +56,7 @@ bool never() {
 class RollFlowTest : public testing::TestWithParam<unsigned> {
  protected:
   RollFlowTest()
-      : mill_(GetParam(), GetParam() % 2 == 1),
+      : mill_(GetParam(), 3, GetParam() % 2 == 1),
         space_(mill_.space),
         flow_(space_, kPenalty),
         random_(GetParam()),
@@ -96,7 +74,7 @@ class RollFlowTest : public testing::TestWithParam<unsigned> {
   }
   double cost() const { return flow_.cost(); }
 
-  AnnealedMill mill_;
+  RandomReels mill_;
   const ReelSpace &space_;
   RollFlow flow_;
   std::mt19937 random_;
@@ -194,13 +172,13 @@ INSTANTIATE_TEST_SUITE_P(Mills, RollFlowTest, testing::Range(0U, 8U));
 class ReelAnnealTest : public testing::TestWithParam<unsigned> {
  protected:
   ReelAnnealTest()
-      : mill_(GetParam()), space_(mill_.space), start_(*diveForReels(space_, {1, 0}, never)) {}
+      : mill_(GetParam(), 3), space_(mill_.space), start_(*diveForReels(space_, {1, 0}, never)) {}
 
   ReelPlan annealed(const AnnealOptions &options) const {
     return ReelAnneal(space_, mill_.optimum).run(start_, options, never);
   }
 
-  AnnealedMill mill_;
+  RandomReels mill_;
   const ReelSpace &space_;
   ReelPlan start_;
 };
@@ -295,7 +273,7 @@ TEST(ReelAnneal, MakesPlansBetter) {
   double after = 0;
   double bound = 0;
   for (unsigned seed = 0; seed < 24; ++seed) {
-    const AnnealedMill mill(seed);
+    const RandomReels mill(seed, 3);
     const ReelPlan start = *diveForReels(mill.space, {1, 0}, never);
     const ReelPlan plan =
         ReelAnneal(mill.space, mill.optimum).run(start, {.moves = 40000, .heat = 0.2}, never);

@@ -5,11 +5,10 @@
 
 #include <cmath>
 
-#include "network/network_reader.h"
 #include "plan/linear_solver.h"
-#include "plan/mill_model.h"
 #include "plan/mill_text.h"
 #include "plan/planned.h"
+#include "plan/random_reels.h"
 #include "plan/reel_dive.h"
 #include "plan/reel_neighbourhood.h"
 #include "plan/two_steps.h"
@@ -19,27 +18,6 @@ namespace corvane::plan {
 namespace {
 
 constexpr double kTolerance = 1e-6;
-
-// A random mill with all patterns of at most so many rolls, and the LP of its plan.
-struct WholeMill {
-  WholeMill(unsigned seed, int limit)
-      : mill(seed),
-        network(network::readNetworkText(
-            mill.model().importFile(allPatterns("G", mill.deckle(), mill.widths(), limit)))),
-        problem(makeProblem(network, {})),
-        lp(problem),
-        space(problem, lp) {
-    LinearSolver solver(lp.model());
-    optimum = TwoSteps(problem, lp, solver, {}).solve();
-  }
-
-  RandomMill mill;
-  Network network;
-  PlanProblem problem;
-  CompactLp lp;
-  ReelSpace space;
-  LinearSolution optimum;
-};
 
 double activity(const ReelSpace &space, const std::vector<double> &values, int row) {
   double sum = 0;
@@ -103,7 +81,7 @@ TEST(ReelPlans, NoiseIsNoGain) {
 }
 
 TEST(ReelSpace, CountsMoneyAndUnmetRollsApart) {
-  const WholeMill mill(3, 3);
+  const RandomReels mill(3, 3);
   std::vector<double> values(mill.space.costs().size());
   const auto unmet = static_cast<std::size_t>(mill.lp.unmetColumns().front());
   const auto reels = static_cast<std::size_t>(mill.space.reels().front());
@@ -208,7 +186,7 @@ TEST(ReelNeighbourhood, KeepsTheLeastUnmetWhileItSaves) {
 TEST(DiveForReels, EndsInAPlanOfWholeReels) {
   for (unsigned seed = 0; seed < 30; ++seed) {
     SCOPED_TRACE(seed);
-    const WholeMill mill(seed, 4);
+    const RandomReels mill(seed, 4);
     for (const DiveOptions &options :
          {DiveOptions{0, 0}, DiveOptions{0.5, 0}, DiveOptions{1, 0}, DiveOptions{1, 0.3}}) {
       const std::optional<ReelPlan> plan = diveForReels(mill.space, options, never);
@@ -239,7 +217,7 @@ TEST(DiveForReels, RoundsNoReelUpThatTheMachineHasNoTimeFor) {
 }
 
 TEST(DiveForReels, EndsWithoutAPlanWhenItIsOver) {
-  const WholeMill mill(1, 3);
+  const RandomReels mill(1, 3);
   EXPECT_FALSE(diveForReels(mill.space, {}, [] { return true; }));
 }
 
@@ -247,7 +225,7 @@ TEST(DiveForReels, EndsWithoutAPlanWhenItIsOver) {
 TEST(PlanWholeReels, FindsAPlanAsGoodAsTheBestOfASmallMill) {
   for (unsigned seed = 0; seed < 4; ++seed) {
     SCOPED_TRACE(seed);
-    const WholeMill mill(seed, 2);
+    const RandomReels mill(seed, 2);
     const WholeAnswer best = solveWhole(wholeModel(mill.space), {.nodes = 3000, .gap = 1e-3});
     const auto whole =
         planWholeReels(mill.space, mill.optimum, {.seconds = 10, .gap = 1e-3}, tellNobody);
@@ -259,7 +237,7 @@ TEST(PlanWholeReels, FindsAPlanAsGoodAsTheBestOfASmallMill) {
 }
 
 TEST(PlanWholeReels, EndsAtItsGap) {
-  const WholeMill mill(5, 4);
+  const RandomReels mill(5, 4);
   const auto whole =
       planWholeReels(mill.space, mill.optimum, {.seconds = 0, .gap = 1e9}, tellNobody);
   ASSERT_TRUE(whole);
@@ -267,7 +245,7 @@ TEST(PlanWholeReels, EndsAtItsGap) {
 }
 
 TEST(PlanWholeReels, IsNothingWithoutTime) {
-  const WholeMill mill(5, 2);
+  const RandomReels mill(5, 2);
   EXPECT_FALSE(planWholeReels(mill.space, mill.optimum, {.seconds = 1e-9}, tellNobody));
 }
 
@@ -285,7 +263,7 @@ class ReelNeighbourhoodTest : public testing::Test {
     return reels;
   }
 
-  WholeMill mill_;
+  RandomReels mill_;
   ReelPlan plan_;
 };
 
