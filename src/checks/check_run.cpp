@@ -100,13 +100,13 @@ bool isFormat(const std::string &word) {
   return word == "text" || word == "gcc" || word == "json" || word == "sarif";
 }
 
-struct Place {
+struct ParameterPlace {
   NamedPath parameterFile;
   fs::path folder;
 };
 
 // A folder is one that the program is started in; its data folder will do.
-Place placeOf(const std::string &argument) {
+ParameterPlace placeOf(const std::string &argument) {
   if (argument.empty()) {
     return {namedPath(QString::fromStdString(parameterFileName()), {}), {}};
   }
@@ -124,7 +124,7 @@ Place placeOf(const std::string &argument) {
   return {below, path};
 }
 
-int mend(const CheckOptions &options, const Place &place, const Selection &selection,
+int mend(const CheckOptions &options, const ParameterPlace &place, const Selection &selection,
          std::ostream &out, std::ostream &err) {
   Selection all = selection;
   all.known.clear();
@@ -143,7 +143,7 @@ int mend(const CheckOptions &options, const Place &place, const Selection &selec
 
 int checkAll(const CheckOptions &options, const Selection &selection, std::ostream &out,
              std::ostream &err) {
-  const Place place = placeOf(options.argument);
+  const ParameterPlace place = placeOf(options.argument);
   std::string bytes;
   if (!readBytes(place.parameterFile.path.string(), bytes)) {
     return refuse(err, "could not open the parameter file " + place.parameterFile.shown);
@@ -176,7 +176,7 @@ int checkImport(const CheckOptions &options, const Selection &selection, std::os
     return refuse(err, "could not open the import file " + options.importFile);
   }
   const SourceFile file(options.importFile, std::move(bytes));
-  const Place place = placeOf(options.argument);
+  const ParameterPlace place = placeOf(options.argument);
   FindingSink silent(Selection(), [](const Finding & /*finding*/) {}, {});
   CheckedMill mill;
   const auto read = [](const NamedPath &path, std::string &content) {

@@ -16,7 +16,7 @@ namespace corvane::checks {
 namespace {
 
 // An order among those of its grade, period and width.
-struct Place {
+struct OrderPlace {
   quint64 gradePeriod;
   quint64 widthCustomer;
   quint32 row;
@@ -36,9 +36,9 @@ class DemandChecks {
   explicit DemandChecks(const MillView &view) : view_(view) {}
 
   void run() {
-    std::vector<Place> places = sortedPlaces();
+    std::vector<OrderPlace> places = sortedPlaces();
     for (auto begin = places.begin(); begin != places.end();) {
-      const auto end = std::find_if(begin, places.end(), [&](const Place &place) {
+      const auto end = std::find_if(begin, places.end(), [&](const OrderPlace &place) {
         return place.gradePeriod != begin->gradePeriod ||
                place.widthCustomer >> 32U != begin->widthCustomer >> 32U;
       });
@@ -59,8 +59,8 @@ class DemandChecks {
   }
 
  private:
-  std::vector<Place> sortedPlaces() const {
-    std::vector<Place> places;
+  std::vector<OrderPlace> sortedPlaces() const {
+    std::vector<OrderPlace> places;
     places.reserve(view_.mill.orders.size());
     for (std::size_t i = 0; i < view_.mill.orders.size(); ++i) {
       const OrderRow &order = view_.mill.orders[i];
@@ -69,20 +69,20 @@ class DemandChecks {
                           static_cast<quint32>(i)});
       }
     }
-    std::sort(places.begin(), places.end(), [](const Place &a, const Place &b) {
+    std::sort(places.begin(), places.end(), [](const OrderPlace &a, const OrderPlace &b) {
       return std::tie(a.gradePeriod, a.widthCustomer, a.row) <
              std::tie(b.gradePeriod, b.widthCustomer, b.row);
     });
     return places;
   }
 
-  const OrderRow &orderOf(const Place &place) const { return view_.mill.orders[place.row]; }
+  const OrderRow &orderOf(const OrderPlace &place) const { return view_.mill.orders[place.row]; }
 
   // The orders of one grade, period and width.
-  void takeGroup(std::span<const Place> group) {
+  void takeGroup(std::span<const OrderPlace> group) {
     std::vector<quint32> rows;
     for (auto begin = group.begin(); begin != group.end();) {
-      const auto end = std::find_if(begin, group.end(), [&](const Place &place) {
+      const auto end = std::find_if(begin, group.end(), [&](const OrderPlace &place) {
         return place.widthCustomer != begin->widthCustomer;
       });
       takeCustomer({begin, end}, rows);
@@ -94,14 +94,14 @@ class DemandChecks {
   }
 
   // The orders of one customer among them; adds those that are no repetition to the rows.
-  void takeCustomer(std::span<const Place> orders, std::vector<quint32> &rows) {
+  void takeCustomer(std::span<const OrderPlace> orders, std::vector<quint32> &rows) {
     if (orders.size() == 1) {
       rows.push_back(orders.front().row);
       return;
     }
     std::map<qint32, quint32> lineOfQuantity;
     qint64 sum = 0;
-    for (const Place &place : orders) {
+    for (const OrderPlace &place : orders) {
       const OrderRow &order = orderOf(place);
       if (sum <= kLargest && sum + order.quantity > kLargest) {
         reportSum(order);

@@ -10,8 +10,6 @@ namespace corvane::checks {
 
 namespace {
 
-constexpr auto kOneLine = JsonWriter::Layout::kOneLine;
-
 class JsonReport : public Report {
  public:
   explicit JsonReport(std::ostream &out) : out_(out), json_(out) {
@@ -23,7 +21,7 @@ class JsonReport : public Report {
   }
 
   void show(const Finding &finding) override {
-    json_.beginObject(kOneLine);
+    json_.beginObject(JsonWriter::kOneLine);
     json_.member("file", finding.file->name());
     if (finding.line > 0) {
       json_.member("line", static_cast<qint64>(finding.line));
@@ -45,13 +43,13 @@ class JsonReport : public Report {
   void end(const Totals &totals, const CheckSummary &summary) override {
     json_.endArray();
     json_.key("notShown");
-    json_.beginObject(kOneLine);
+    json_.beginObject(JsonWriter::kOneLine);
     for (const auto &[code, count] : totals.notShown) {
       json_.member(codeText(code), count);
     }
     json_.endObject();
     json_.key("counts");
-    json_.beginObject(kOneLine);
+    json_.beginObject(JsonWriter::kOneLine);
     json_.member("errors", countOf(totals, Severity::kError));
     json_.member("warnings", countOf(totals, Severity::kWarning));
     json_.member("notes", countOf(totals, Severity::kNote));
@@ -70,7 +68,7 @@ class JsonReport : public Report {
 
   void writeNames(const char *key, const std::vector<std::string> &names) {
     json_.key(key);
-    json_.beginArray(kOneLine);
+    json_.beginArray(JsonWriter::kOneLine);
     for (const std::string &name : names) {
       json_.value(shown(name));
     }
@@ -78,10 +76,10 @@ class JsonReport : public Report {
   }
 
   void writeDays(const CheckSummary::Machine &machine) {
-    json_.beginObject(kOneLine);
+    json_.beginObject(JsonWriter::kOneLine);
     json_.member("machine", shown(machine.name));
     json_.key("days");
-    json_.beginArray(kOneLine);
+    json_.beginArray(JsonWriter::kOneLine);
     for (const double days : machine.days) {
       json_.value(days);
     }
@@ -95,7 +93,7 @@ class JsonReport : public Report {
     json_.key("files");
     json_.beginArray();
     for (const CheckSummary::File &file : summary.files) {
-      json_.beginObject(kOneLine);
+      json_.beginObject(JsonWriter::kOneLine);
       json_.member("file", file.name);
       json_.member("lines", file.lines);
       json_.member("accepted", file.accepted);
@@ -115,7 +113,7 @@ class JsonReport : public Report {
     }
     json_.endArray();
     json_.key("neededDaysOfAll");
-    json_.beginArray(kOneLine);
+    json_.beginArray(JsonWriter::kOneLine);
     for (const double days : summary.all.days) {
       json_.value(days);
     }

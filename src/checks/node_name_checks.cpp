@@ -15,9 +15,18 @@ namespace corvane::checks {
 
 namespace {
 
-enum class Role { kMachine, kWaste, kProcess, kStore, kCutterSet, kOrderNode, kOrderSet, kDelay };
+enum class NodeRole {
+  kMachine,
+  kWaste,
+  kProcess,
+  kStore,
+  kCutterSet,
+  kOrderNode,
+  kOrderSet,
+  kDelay
+};
 
-std::string_view wordOf(Role role) {
+std::string_view wordOf(NodeRole role) {
   constexpr std::array<std::string_view, 8> kWords = {
       "machine",         "waste", "process",         "store",
       "block of stores", "order", "block of orders", "delay"};
@@ -26,7 +35,7 @@ std::string_view wordOf(Role role) {
 
 // A node by what it is made of; the width tells apart nothing that the checks of widths do not.
 struct Node {
-  Role role;
+  NodeRole role;
   TextId first;   // the cutter's name, or the grade
   TextId second;  // the cutter's name, or the customer
   TextId third;   // the mode
@@ -36,7 +45,9 @@ struct Node {
   int column;
   std::size_t hash = 0;
 
-  std::tuple<Role, TextId, TextId, TextId> identity() const { return {role, first, second, third}; }
+  std::tuple<NodeRole, TextId, TextId, TextId> identity() const {
+    return {role, first, second, third};
+  }
 };
 
 class NodeNames {
@@ -94,17 +105,17 @@ class NodeNames {
       if (cutter.isBroken || !cutter.isStored || !isPlanned(cutter.grade)) {
         continue;
       }
-      const auto add = [&](Role role, TextId first, TextId second, double width, int column) {
+      const auto add = [&](NodeRole role, TextId first, TextId second, double width, int column) {
         nodes_.push_back(
             {role, first, second, 0, width, &view_.machineFile(), cutter.line, column});
       };
-      add(Role::kMachine, cutter.name, 0, 0, kMachineName);
-      add(Role::kWaste, cutter.grade, 0, 0, kMachineGrade);
-      add(Role::kProcess, cutter.grade, cutter.name, cutter.width, kMachineName);
-      add(Role::kCutterSet, cutter.grade, cutter.name, 0, kMachineName);
+      add(NodeRole::kMachine, cutter.name, 0, 0, kMachineName);
+      add(NodeRole::kWaste, cutter.grade, 0, 0, kMachineGrade);
+      add(NodeRole::kProcess, cutter.grade, cutter.name, cutter.width, kMachineName);
+      add(NodeRole::kCutterSet, cutter.grade, cutter.name, 0, kMachineName);
       for (const GradeWidth &width : view_.index.gradeWidths) {
         if (width.grade == cutter.grade) {
-          add(Role::kStore, cutter.grade, cutter.name, width.inches, kMachineName);
+          add(NodeRole::kStore, cutter.grade, cutter.name, width.inches, kMachineName);
         }
       }
     }
@@ -133,17 +144,17 @@ class NodeNames {
         continue;
       }
       const auto add = [this, grade = grade, customer = customer, line = line](
-                           Role role, TextId mode, double ofWidth) {
+                           NodeRole role, TextId mode, double ofWidth) {
         nodes_.push_back(
             {role, grade, customer, mode, ofWidth, &view_.orderFile(), line, kOrderCustomer});
       };
       if (!isSameSet) {
-        add(Role::kOrderSet, 0, 0);
+        add(NodeRole::kOrderSet, 0, 0);
       }
-      add(Role::kOrderNode, 0, width);
+      add(NodeRole::kOrderNode, 0, width);
       if (view_.mill.parameters.delay != 0) {
         for (const RateRow *rate : ratesOf[customer]) {
-          add(Role::kDelay, rate->mode, width);
+          add(NodeRole::kDelay, rate->mode, width);
         }
       }
     }
@@ -153,7 +164,7 @@ class NodeNames {
     const TextTable &texts = view_.mill.texts;
     Cutter cutter;
     cutter.grade = texts.text(node.first);
-    cutter.name = texts.text(node.role == Role::kMachine ? node.first : node.second);
+    cutter.name = texts.text(node.role == NodeRole::kMachine ? node.first : node.second);
     cutter.width = node.width;
     Order order;
     order.grade = texts.text(node.first);
@@ -162,21 +173,21 @@ class NodeNames {
     FreightRate rate;
     rate.mode = texts.text(node.third);
     switch (node.role) {
-      case Role::kMachine:
+      case NodeRole::kMachine:
         return machineNodeName(cutter);
-      case Role::kWaste:
+      case NodeRole::kWaste:
         return QString::fromStdString(wasteNodeName(cutter.grade));
-      case Role::kProcess:
+      case NodeRole::kProcess:
         return cutterWidthName(cutter);
-      case Role::kStore:
+      case NodeRole::kStore:
         return cutterValueName(cutter, node.width);
-      case Role::kCutterSet:
+      case NodeRole::kCutterSet:
         return cutterSetName(cutter);
-      case Role::kOrderNode:
+      case NodeRole::kOrderNode:
         return orderNodeName(order);
-      case Role::kOrderSet:
+      case NodeRole::kOrderSet:
         return orderSetName(order);
-      case Role::kDelay:
+      case NodeRole::kDelay:
         break;
     }
     return delayNodeName(rate, order);
@@ -185,7 +196,7 @@ class NodeNames {
   // One finding for each pair of texts that meet, however many widths they have.
   void report() {
     const auto isFixed = [](const Node &node) {
-      return node.role == Role::kMachine || node.role == Role::kWaste;
+      return node.role == NodeRole::kMachine || node.role == NodeRole::kWaste;
     };
     const auto rankOf = [&](const Node &node) {
       return std::tuple(!isFixed(node), node.file == &view_.orderFile(), node.line);

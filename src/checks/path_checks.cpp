@@ -61,16 +61,16 @@ bool isSameFile(const fs::path &a, const fs::path &b) {
          fs::weakly_canonical(fs::absolute(b, error), error);
 }
 
-struct Role {
+struct FileRole {
   QString key;  // empty: the parameter file itself
   std::string what;
   NamedPath path;
 };
 
-using Roles = std::array<Role, 6>;
+using FileRoles = std::array<FileRole, 6>;
 
 // The first of the roles before this one whose file is the same.
-std::optional<std::size_t> metBefore(const Roles &roles, std::size_t role) {
+std::optional<std::size_t> metBefore(const FileRoles &roles, std::size_t role) {
   for (std::size_t before = 0; before < role; ++before) {
     if (isSameFile(roles[role].path.path, roles[before].path.path)) {
       return before;
@@ -90,7 +90,7 @@ void checkPaths(const MillRecords &mill, const ParameterLines &lines,
                 const NamedPath &parameterFile, const fs::path &folder, FindingSink &sink) {
   const SourceFile &file = *mill.parameterFile.file;
   const RunParameters &parameters = mill.parameters;
-  const Roles roles = {{
+  const FileRoles roles = {{
       {{}, "the parameter file", parameterFile},
       {"machine file", "the machine file", namedPath(parameters.machineFile, folder)},
       {"order file", "the order file", namedPath(parameters.orderFile, folder)},

@@ -10,8 +10,6 @@ namespace corvane::checks {
 
 namespace {
 
-constexpr auto kOneLine = JsonWriter::Layout::kOneLine;
-
 std::string uriOf(const std::string &name) {
   const QString path = QString::fromStdString(name);
   if (QDir::isAbsolutePath(path)) {
@@ -48,7 +46,7 @@ class SarifReport : public Report {
   }
 
   void show(const Finding &finding) override {
-    json_.beginObject(kOneLine);
+    json_.beginObject(JsonWriter::kOneLine);
     json_.member("ruleId", codeText(finding.code));
     json_.member("ruleIndex", static_cast<qint64>(&checkOf(finding.code) - allChecks().data()));
     json_.member("level", severityWord(finding.severity));
@@ -88,13 +86,13 @@ class SarifReport : public Report {
  private:
   void writeText(const char *key, const std::string &text) {
     json_.key(key);
-    json_.beginObject(kOneLine);
+    json_.beginObject(JsonWriter::kOneLine);
     json_.member("text", text);
     json_.endObject();
   }
 
   void writeRule(const Check &check) {
-    json_.beginObject(kOneLine);
+    json_.beginObject(JsonWriter::kOneLine);
     json_.member("id", codeText(check.code));
     writeText("shortDescription", std::string(check.title));
     writeText("fullDescription", std::string(check.why));

@@ -17,10 +17,6 @@ ConvertedCell refused(const QString &why) {
   return {{}, why};
 }
 
-QString quoted(const QString &text) {
-  return QLatin1Char('"') + text + QLatin1Char('"');
-}
-
 // The name of a character that must not stand in a text, or nothing.
 std::optional<QString> unwritable(QChar character) {
   if (character == QLatin1Char(',')) {

@@ -33,10 +33,6 @@ QStringList fieldNames(const TableKind &kind) {
   return names;
 }
 
-QString quoted(const QString &text) {
-  return QLatin1Char('"') + text + QLatin1Char('"');
-}
-
 using Objection = std::optional<QString>;
 
 Objection setUnit(const Field &field, const QString &value, FieldRule &rule) {
@@ -347,6 +343,10 @@ QString mapTemplate() {
     text += templateOf(kind);
   }
   return text;
+}
+
+QString quoted(const QString &text) {
+  return QLatin1Char('"') + text + QLatin1Char('"');
 }
 
 ResolvedColumns resolveColumns(const TableKind &kind, const TableRules &rules,

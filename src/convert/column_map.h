@@ -49,6 +49,9 @@ std::optional<QString> setTableRule(const QString &key, const QString &value, Ta
 // A map to start from, with comments: every table, field, key and unit.
 QString mapTemplate();
 
+// A text of a table or a map as a message shows it.
+QString quoted(const QString &text);
+
 // Where a field comes from in one table.
 struct FieldSource {
   const Field *field = nullptr;

@@ -69,7 +69,7 @@ void JsonWriter::open(char bracket, Layout layout) {
   separate();
   out_ << bracket;
   const bool inOneLine = !levels_.empty() && levels_.back().onOneLine;
-  levels_.push_back({inOneLine || layout == Layout::kOneLine, true});
+  levels_.push_back({inOneLine || layout == kOneLine, true});
 }
 
 void JsonWriter::close(char bracket) {

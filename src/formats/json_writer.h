@@ -19,15 +19,16 @@ namespace corvane {
 class JsonWriter {
  public:
   enum class Layout { kLines, kOneLine };
+  using enum Layout;
 
   explicit JsonWriter(std::ostream &out) : out_(out) {}
   JsonWriter(const JsonWriter &) = delete;
   JsonWriter &operator=(const JsonWriter &) = delete;
   ~JsonWriter() = default;
 
-  void beginObject(Layout layout = Layout::kLines) { open('{', layout); }
+  void beginObject(Layout layout = kLines) { open('{', layout); }
   void endObject() { close('}'); }
-  void beginArray(Layout layout = Layout::kLines) { open('[', layout); }
+  void beginArray(Layout layout = kLines) { open('[', layout); }
   void endArray() { close(']'); }
 
   void key(std::string_view name);

@@ -224,28 +224,28 @@ bool block(Scanner &scanner, ImportLine &line) {
   return scanner.skip(" ") && lastPeriod(scanner, line);
 }
 
-struct NodeType {
+struct NodeCommand {
   std::string_view head;
   std::string_view afterName;
   bool (*read)(Scanner &, ImportLine &);
 };
 
 // What follows a node's name is part of where the name ends: a name may hold `" <`.
-constexpr std::array kNodeTypes{
-    NodeType{R"("StorageDemand" <name> ")", " <", storage},
-    NodeType{R"("Delay" <name> ")", " <", delay},
-    NodeType{R"("Process" <name> ")", " <", process},
-    NodeType{R"("Batch" <name> ")", " <singlePeriodSetups> True ", batch},
-    NodeType{R"("Machine" <name> ")", " <", machine},
-    NodeType{R"("Demand" <name> ")", " <", wasteDemand},
-    NodeType{R"("Block" <name> ")",
-             " <capMan> False <openAtStart> True <shutdownBenefit> 0 <startupCost> 0 ", block},
+constexpr std::array kNodeCommands{
+    NodeCommand{R"("StorageDemand" <name> ")", " <", storage},
+    NodeCommand{R"("Delay" <name> ")", " <", delay},
+    NodeCommand{R"("Process" <name> ")", " <", process},
+    NodeCommand{R"("Batch" <name> ")", " <singlePeriodSetups> True ", batch},
+    NodeCommand{R"("Machine" <name> ")", " <", machine},
+    NodeCommand{R"("Demand" <name> ")", " <", wasteDemand},
+    NodeCommand{R"("Block" <name> ")",
+                " <capMan> False <openAtStart> True <shutdownBenefit> 0 <startupCost> 0 ", block},
 };
 
 bool node(Scanner &scanner, ImportLine &line) {
-  for (const NodeType &type : kNodeTypes) {
-    if (scanner.skip(type.head)) {
-      return scanner.name(line.name, type.afterName) && type.read(scanner, line);
+  for (const NodeCommand &command : kNodeCommands) {
+    if (scanner.skip(command.head)) {
+      return scanner.name(line.name, command.afterName) && command.read(scanner, line);
     }
   }
   return false;

@@ -28,10 +28,6 @@ const char *typeName(NodeType type) {
   return "";
 }
 
-std::string quote(std::string_view name) {
-  return '"' + std::string(name) + '"';
-}
-
 }  // namespace
 
 void NetworkBuilder::tell(const Refused &refused) const {
@@ -157,7 +153,7 @@ void NetworkBuilder::takeRoot(const ImportLine &line) {
 // Series have an entry a period, so none can join them once there are commands.
 void NetworkBuilder::takePeriod(const ImportLine &line) {
   if (stage_ == Stage::kCommands || periods_.find(line.name) != kNone) {
-    refuse(Fault::kSense, "the period " + quote(line.name) + " stands out of place or twice",
+    refuse(Fault::kSense, "the period " + inQuotes(line.name) + " stands out of place or twice",
            line.name);
   }
   stage_ = Stage::kPeriods;
@@ -167,7 +163,7 @@ void NetworkBuilder::takePeriod(const ImportLine &line) {
 
 void NetworkBuilder::declareCommodity(const ImportLine &line) {
   if (const Index known = commodities_.find(line.name); known != kNone) {
-    warn("commodity-twice", "the commodity " + quote(line.name) + " was declared in line " +
+    warn("commodity-twice", "the commodity " + inQuotes(line.name) + " was declared in line " +
                                 std::to_string(network_.commodities[known].line) +
                                 " already: two widths are alike in six digits and count as one");
     return;
@@ -244,7 +240,7 @@ Index NetworkBuilder::declareNode(NodeType type, std::string_view name) {
     const Node &node = network_.nodes[known];
     if (node.type != type) {
       refuse(Fault::kSense,
-             "the node " + quote(name) + " is a " + typeName(type) + " here and was a " +
+             "the node " + inQuotes(name) + " is a " + typeName(type) + " here and was a " +
                  typeName(node.type) + " in line " + std::to_string(node.line),
              name);
     }
@@ -275,7 +271,7 @@ void NetworkBuilder::setMachine(Index index, const ImportLine &line) {
   Node &node = network_.nodes[index];
   const Index period = periodOf(line.period);
   if (!node.days.empty() && node.days[period].line != 0 && sharedMachines_.insert(index).second) {
-    warn("machine-shared", "the machine " + quote(node.name) + " stands in line " +
+    warn("machine-shared", "the machine " + inQuotes(node.name) + " stands in line " +
                                std::to_string(node.days[period].line) +
                                " already: two mills have a cutter of this name, and its time "
                                "counts once");
@@ -304,7 +300,7 @@ void NetworkBuilder::setStorage(Index index, const ImportLine &line) {
   }
   if (!node.amount.empty() && node.amount[period].line != 0) {
     const Datum &earlier = node.amount[period];
-    warn("amount-twice", "the order " + quote(node.name) + " in period " +
+    warn("amount-twice", "the order " + inQuotes(node.name) + " in period " +
                              std::string(line.period) + " is for " + std::string(line.value.text) +
                              " rolls here and was for " + general(earlier.value) + " in line " +
                              std::to_string(earlier.line) + ", which is lost");
@@ -329,7 +325,7 @@ void NetworkBuilder::takeGrouping(const ImportLine &line) {
     }
     case Family::kBlockSet:
       if (sets_.find(line.name) == kNone) {
-        refuse(Fault::kUndeclared, "the set " + quote(line.name) + " holds no node", line.name);
+        refuse(Fault::kUndeclared, "the set " + inQuotes(line.name) + " holds no node", line.name);
       }
       return;
     default:
@@ -337,7 +333,7 @@ void NetworkBuilder::takeGrouping(const ImportLine &line) {
         periodOf(line.period);
       }
       if (sets_.find(line.name) == kNone) {
-        refuse(Fault::kUndeclared, "the block " + quote(line.name) + " has no set", line.name);
+        refuse(Fault::kUndeclared, "the block " + inQuotes(line.name) + " has no set", line.name);
       }
   }
 }
@@ -345,7 +341,7 @@ void NetworkBuilder::takeGrouping(const ImportLine &line) {
 Index NetworkBuilder::nodeOf(std::string_view name) {
   const Index node = nodes_.find(name);
   if (node == kNone) {
-    refuse(Fault::kUndeclared, "the node " + quote(name) + " is not declared", name);
+    refuse(Fault::kUndeclared, "the node " + inQuotes(name) + " is not declared", name);
   }
   return node;
 }
@@ -356,7 +352,7 @@ Index NetworkBuilder::commodityOf(std::string_view name) {
   }
   lastCommodity_ = commodities_.find(name);
   if (lastCommodity_ == kNone) {
-    refuse(Fault::kUndeclared, "the commodity " + quote(name) + " is not declared", name);
+    refuse(Fault::kUndeclared, "the commodity " + inQuotes(name) + " is not declared", name);
   }
   return lastCommodity_;
 }
@@ -372,7 +368,7 @@ Index NetworkBuilder::periodOf(std::string_view name) {
   }
   const Index period = periods_.find(name);
   if (period == kNone) {
-    refuse(Fault::kUndeclared, "the period " + quote(name) + " is not declared", name);
+    refuse(Fault::kUndeclared, "the period " + inQuotes(name) + " is not declared", name);
   }
   lastPeriod_ = period;
   return period;
@@ -387,7 +383,7 @@ void NetworkBuilder::set(Series &series, Index period, double value, Index node,
   if (datum.line != 0 && datum.value != value) {
     const std::string &name = network_.nodes[node].name;
     replaced_.add(attribute == std::string_view("delay") ? kDelayDiffers : "value-replaced", node,
-                  "the " + std::string(attribute) + " of " + quote(name),
+                  "the " + std::string(attribute) + " of " + inQuotes(name),
                   {line_, value, datum.line, datum.value, network_.periods[period]});
   }
   datum = {value, line_};

@@ -10,10 +10,6 @@ namespace corvane::network {
 
 namespace {
 
-std::string quote(std::string_view name) {
-  return '"' + std::string(name) + '"';
-}
-
 // The pattern without widths, which only a deckle below 0 can bring about.
 bool isEmptyYield(const ImportLine &line) {
   return line.commodity == "DemandWidth0" && line.value.value == 0.0;
@@ -47,7 +43,7 @@ void NetworkBuilder::takeAttachment(const ImportLine &line) {
 
 void NetworkBuilder::attachYield(Index node, const ImportLine &line) {
   if (isEmptyYield(line) && commodities_.find(line.commodity) == kNone) {
-    warn("no-widths", "the pattern " + quote(line.name) + " cuts no roll");
+    warn("no-widths", "the pattern " + inQuotes(line.name) + " cuts no roll");
     return;
   }
   const Index commodity = commodityOf(line.commodity);
@@ -66,14 +62,14 @@ void NetworkBuilder::attach(Index index, Index commodity, bool in, double quanti
   for (const Attachment &attachment : node.attachments) {
     if (attachment.commodity == commodity && attachment.in == in) {
       if (attachment.quantity != quantity) {
-        refuse("the process " + quote(node.name) + " has two quantities of one commodity");
+        refuse("the process " + inQuotes(node.name) + " has two quantities of one commodity");
       }
       return;
     }
     if (node.type != NodeType::kProcess && attachment.commodity != commodity) {
-      refuse("the node " + quote(node.name) + " holds " +
-             quote(network_.commodities[commodity].name) + " here and " +
-             quote(network_.commodities[attachment.commodity].name) +
+      refuse("the node " + inQuotes(node.name) + " holds " +
+             inQuotes(network_.commodities[commodity].name) + " here and " +
+             inQuotes(network_.commodities[attachment.commodity].name) +
              " before: two widths are alike in their names");
     }
   }
@@ -130,8 +126,8 @@ void NetworkBuilder::requireEnds(const Arc &arc, const ImportLine &line) {
     if (leaving ? !node.gives(arc.commodity) : !node.takes(arc.commodity)) {
       compareRecipes();  // says it better where the node was declared twice
       refuse(Fault::kArcEnd,
-             "the node " + quote(node.name) + (leaving ? " gives no " : " takes no ") +
-                 quote(network_.commodities[arc.commodity].name),
+             "the node " + inQuotes(node.name) + (leaving ? " gives no " : " takes no ") +
+                 inQuotes(network_.commodities[arc.commodity].name),
              leaving ? line.name : line.other);
     }
   }
@@ -142,8 +138,8 @@ void NetworkBuilder::setArc(Index index, Index period, double cost) {
   ArcDatum &datum = network_.arcData[index * network_.periods.size() + period];
   if (datum.line != 0 && datum.cost != cost) {
     replaced_.add("cost-replaced", index,
-                  "the cost of the arc from " + quote(network_.nodes[arc.from].name) + " to " +
-                      quote(network_.nodes[arc.to].name),
+                  "the cost of the arc from " + inQuotes(network_.nodes[arc.from].name) + " to " +
+                      inQuotes(network_.nodes[arc.to].name),
                   {line_, cost, datum.line, datum.cost, network_.periods[period]});
   }
   const Series &delay = network_.nodes[arc.to].delay;
@@ -196,12 +192,12 @@ void NetworkBuilder::compareRecipe(EarlierRecipe &earlier) {
       continue;
     }
     equal = network_.commodities[now.commodity].kind == CommodityKind::kDeckle;
-    replaced_.add("capacity-replaced", earlier.node, "the capacity of " + quote(node.name),
+    replaced_.add("capacity-replaced", earlier.node, "the capacity of " + inQuotes(node.name),
                   {recipeLine_[earlier.node], now.quantity, earlier.line, before.quantity, ""});
   }
   if (!equal) {
     tell(Refused(recipeLine_[earlier.node],
-                 "the process " + quote(node.name) + " has another recipe than in line " +
+                 "the process " + inQuotes(node.name) + " has another recipe than in line " +
                      std::to_string(earlier.line) + ": two of them under one name"));
   }
 }

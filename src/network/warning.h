@@ -3,6 +3,7 @@
 #include <QtGlobal>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 namespace corvane::network {
 
@@ -12,6 +13,11 @@ struct Warning {
   std::string kind;  // a short word for programs, such as "delay-differs"
   std::string text;  // a sentence without the line
 };
+
+// A name as the texts of warnings and faults show it.
+inline std::string inQuotes(std::string_view name) {
+  return '"' + std::string(name) + '"';
+}
 
 // What kind of fault keeps a file from being planned.
 enum class Fault {

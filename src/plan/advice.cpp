@@ -21,7 +21,7 @@ constexpr std::size_t kMostOrders = 2;
 // Of the cost.
 constexpr double kWorthTelling = 1e-4;
 // Rolls; less is what solvers leave.
-constexpr double kLeastRolls = 1e-3;
+constexpr double kLeastUnmet = 1e-3;
 
 double worthTelling(const LinearOptimum &optimum) {
   return kWorthTelling * std::max(std::fabs(optimum.totals.cost.total()), 1.0);
@@ -49,7 +49,7 @@ std::vector<Day> worthyDays(const LinearOptimum &optimum) {
     const auto at = static_cast<std::size_t>(row);
     const double rolls = optimum.unmetDual.empty() ? 0.0 : -optimum.unmetDual[at];
     const double money = -optimum.solution.dual[at];
-    if (rolls > kLeastRolls) {
+    if (rolls > kLeastUnmet) {
       days.push_back({role.what, role.period, std::min(rolls, unmetInReach(optimum)), 0.0});
     } else if (money > worthTelling(optimum)) {
       days.push_back({role.what, role.period, 0.0, money});
@@ -68,7 +68,7 @@ std::string shortOrders(const LinearOptimum &optimum, const Day &day) {
   for (const int column : optimum.lp.unmetColumns()) {
     const ColumnRole &role = optimum.lp.column(column);
     const double rolls = optimum.solution.primal[static_cast<std::size_t>(column)];
-    if (rolls <= kLeastRolls) {
+    if (rolls <= kLeastUnmet) {
       continue;
     }
     const std::vector<MachineTime> makers =
@@ -99,16 +99,16 @@ std::string gainText(const LinearOptimum &optimum, const Totals &other) {
   const double rolls = optimum.totals.unmetRolls - other.unmetRolls;
   const double cost = optimum.totals.cost.total();
   const double saved = cost - other.cost.total();
-  if (rolls > kLeastRolls) {
+  if (rolls > kLeastUnmet) {
     return "delivers " + count(rolls) + " rolls more, at a cost of " + grouped(cost - saved) +
            " instead of " + grouped(cost);
   }
-  return rolls > -kLeastRolls && saved > worthTelling(optimum) ? savedText(saved, cost) : "";
+  return rolls > -kLeastUnmet && saved > worthTelling(optimum) ? savedText(saved, cost) : "";
 }
 
 // What each mill's own transit time would make of the plan, better or worse.
 std::string differenceText(const Totals &plan, const std::optional<Totals> &byMill) {
-  if (!byMill || (std::fabs(byMill->unmetRolls - plan.unmetRolls) <= kLeastRolls &&
+  if (!byMill || (std::fabs(byMill->unmetRolls - plan.unmetRolls) <= kLeastUnmet &&
                   std::fabs(byMill->cost.total() - plan.cost.total()) < 1.0)) {
     return "with each mill's own (--delays by-mill) the plan would be no other";
   }
@@ -202,7 +202,7 @@ std::vector<Advice> advisePatterns(const LinearOptimum &optimum, int limit) {
       round.patterns.begin(), round.patterns.end(),
       [](const PricedPattern &a, const PricedPattern &b) { return a.reducedCost < b.reducedCost; });
   if (best == round.patterns.end() ||
-      round.mostGain <= (isShort ? kLeastRolls : worthTelling(optimum))) {
+      round.mostGain <= (isShort ? kLeastUnmet : worthTelling(optimum))) {
     return {};
   }
   const std::string gain = isShort ? "deliver up to " + count(-best->reducedCost) + " rolls more"

@@ -14,14 +14,14 @@ namespace {
 constexpr double kParts[] = {64, 1000};
 // Inches: what a number that is written in decimals, or added up, may differ from its multiple by.
 // All rolls of a cut together stay below the tolerance for fitting.
-constexpr double kNoise = 1e-12;
+constexpr double kGridNoise = 1e-12;
 
 // The widths as numbers of the part of an inch, or nothing.
 std::vector<std::size_t> multiples(const std::vector<PricedWidth> &widths, double parts) {
   std::vector<std::size_t> counts;
   for (const PricedWidth &width : widths) {
     const double count = std::round(width.width * parts);
-    if (count < 1 || std::fabs(width.width - count / parts) > kNoise) {
+    if (count < 1 || std::fabs(width.width - count / parts) > kGridNoise) {
       return {};
     }
     counts.push_back(static_cast<std::size_t>(count));

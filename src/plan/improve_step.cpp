@@ -14,7 +14,7 @@ namespace {
 // Reels below this are what a solver's tolerances leave of 0.
 constexpr double kUsed = 1e-9;
 // Rolls.
-constexpr double kWorthTelling = 0.05;
+constexpr double kRollsWorthTelling = 0.05;
 
 int mostRolls(const PlanProblem &problem) {
   double most = 1;
@@ -31,7 +31,7 @@ int mostRolls(const PlanProblem &problem) {
 std::string lineOf(const ImproveReport &report) {
   return "Improving: round " + std::to_string(report.rounds) + ", " +
          std::to_string(report.patterns) + " patterns" +
-         (report.unmet < kWorthTelling ? "" : ", " + fixed(report.unmet, 0) + " rolls unmet") +
+         (report.unmet < kRollsWorthTelling ? "" : ", " + fixed(report.unmet, 0) + " rolls unmet") +
          ", cost " + fixed(report.cost, 0);
 }
 
@@ -39,9 +39,9 @@ std::string lineOf(const ImproveReport &report) {
 std::string boundsOf(const ImproveReport &report) {
   const double bound = std::max(report.costBound, 0.0);
   const std::string cost =
-      "bring " + std::string(report.unmet < kWorthTelling ? "it" : "the cost") + " below " +
+      "bring " + std::string(report.unmet < kRollsWorthTelling ? "it" : "the cost") + " below " +
       fixed(bound, 0) + ", " + general(100 * (1 - bound / report.cost)) + " % less";
-  return report.unmet < kWorthTelling
+  return report.unmet < kRollsWorthTelling
              ? cost
              : "leave fewer than " + fixed(std::max(report.unmetBound, 0.0), 1) +
                    " rolls unmet, nor " + cost;
@@ -72,7 +72,7 @@ void ImproveStep::run(double seconds, const std::function<double()> &clock,
 std::string ImproveStep::summary() const {
   const ImproveReport &report = improvement_->report;
   const std::string fewer =
-      report.firstUnmet - report.unmet < kWorthTelling
+      report.firstUnmet - report.unmet < kRollsWorthTelling
           ? ""
           : "rolls unmet " + fixed(report.firstUnmet, 1) + " to " + fixed(report.unmet, 1) + ", ";
   const std::string gain = std::to_string(report.patterns) + " patterns in " +

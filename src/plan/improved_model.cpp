@@ -21,13 +21,13 @@ PatternCompPattern &setOf(PatternSets &sets, const QString &grade, double deckle
 }
 
 void add(PatternSets &sets, const SlitPattern &slit) {
-  auto pattern = std::make_unique<Pattern>(slit.deckle);
+  auto pattern = std::make_unique<corvane::Pattern>(slit.deckle);
   for (const double width : slit.widths) {
     pattern->widths.append(width);
     pattern->trim -= width;
   }
   PatternCompPattern &set = setOf(sets, slit.grade, slit.deckle);
-  if (set.patterns->insert(pattern.get()) == skipList<Pattern>::kStored) {
+  if (set.patterns->insert(pattern.get()) == skipList<corvane::Pattern>::kStored) {
     (void)pattern.release();
   }
 }

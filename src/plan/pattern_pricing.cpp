@@ -85,9 +85,9 @@ double heightAt(const std::vector<Point> &hull, double width) {
          (right->value - left->value) * (width - left->width) / (right->width - left->width);
 }
 
-class Search {
+class WidthSearch {
  public:
-  Search(const std::vector<Roll> &rolls, double deckle, int limit, double above)
+  WidthSearch(const std::vector<Roll> &rolls, double deckle, int limit, double above)
       : candidates_(byValuePerInch(undominated(rolls, deckle))),
         limit_(limit),
         grid_(candidates_, deckle + kFitTolerance, limit),
@@ -192,7 +192,7 @@ class Search {
 }  // namespace
 
 std::optional<Cut> bestCut(const std::vector<Roll> &rolls, double deckle, int limit, double above) {
-  Search search(rolls, deckle, limit, std::max(above, 0.0));
+  WidthSearch search(rolls, deckle, limit, std::max(above, 0.0));
   search.extend(0, deckle + kFitTolerance, limit, 0.0);
   if (!search.found()) {
     return std::nullopt;

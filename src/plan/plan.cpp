@@ -7,11 +7,13 @@ namespace corvane::plan {
 
 namespace {
 
-constexpr double kNoise = 1e-9;
+// What a solver leaves beside a whole number, relative to it.
+constexpr double kNotWhole = 1e-9;
 
 double cleaned(double value) {
   const double whole = std::round(value);
-  return std::max(std::fabs(value - whole) <= kNoise * std::max(1.0, whole) ? whole : value, 0.0);
+  return std::max(std::fabs(value - whole) <= kNotWhole * std::max(1.0, whole) ? whole : value,
+                  0.0);
 }
 
 }  // namespace

@@ -9,8 +9,6 @@ namespace corvane::plan {
 
 namespace {
 
-constexpr auto kOneLine = JsonWriter::Layout::kOneLine;
-
 class PlanJson {
  public:
   PlanJson(const PlanRecord &record, std::ostream &out)
@@ -47,7 +45,7 @@ class PlanJson {
 
   void writeHead() {
     json_.key("periods");
-    json_.beginArray(kOneLine);
+    json_.beginArray(JsonWriter::kOneLine);
     for (const std::string &period : problem_.periods) {
       json_.value(period);
     }
@@ -56,7 +54,7 @@ class PlanJson {
     writeSolver();
     beginList("warnings");
     for (const network::Warning &warning : record_.warnings) {
-      json_.beginObject(kOneLine);
+      json_.beginObject(JsonWriter::kOneLine);
       json_.member("line", qint64{warning.line});
       json_.member("kind", warning.kind);
       json_.member("text", warning.text);
@@ -65,7 +63,7 @@ class PlanJson {
     json_.endArray();
     beginList("advice");
     for (const Advice &advice : record_.advice) {
-      json_.beginObject(kOneLine);
+      json_.beginObject(JsonWriter::kOneLine);
       json_.member("kind", advice.kind);
       json_.member("text", advice.text);
       json_.endObject();
@@ -81,7 +79,7 @@ class PlanJson {
   void writeOptions() {
     const ProblemOptions &options = problem_.options;
     json_.key("options");
-    json_.beginObject(kOneLine);
+    json_.beginObject(JsonWriter::kOneLine);
     json_.member("storage", options.freeStock ? "inf" : "file");
     json_.member("delays", options.delaysByMill ? "by-mill" : "file");
     json_.member("keep_impossible", options.keepImpossible);
@@ -109,7 +107,7 @@ class PlanJson {
     }
     if (!solver.seconds.empty()) {
       json_.key("seconds");
-      json_.beginObject(kOneLine);
+      json_.beginObject(JsonWriter::kOneLine);
       for (const auto &[step, seconds] : solver.seconds) {
         json_.member(step, seconds);
       }
@@ -152,7 +150,7 @@ class PlanJson {
     beginList("machines");
     for (std::size_t machine = 0; machine < problem_.machines.size(); ++machine) {
       for (std::size_t period = 0; period < periods_; ++period) {
-        json_.beginObject(kOneLine);
+        json_.beginObject(JsonWriter::kOneLine);
         json_.member("machine", problem_.machines[machine].name);
         json_.member("period", periodName(period));
         json_.member("used", used[machine * periods_ + period]);
@@ -176,7 +174,7 @@ class PlanJson {
       const Cutter &cutter = problem_.cutters[index];
       for (std::size_t period = 0; period < periods_; ++period) {
         const double made = reels[index * periods_ + period];
-        json_.beginObject(kOneLine);
+        json_.beginObject(JsonWriter::kOneLine);
         json_.member("cutter", cutter.name);
         json_.member("machine", problem_.machines[cutter.machine].name);
         json_.member("grade", cutter.grade);
@@ -206,7 +204,7 @@ class PlanJson {
 
   void writePattern(const Pattern &pattern, std::size_t period, double reels) {
     const Cutter &cutter = problem_.cutters[pattern.cutter];
-    json_.beginObject(kOneLine);
+    json_.beginObject(JsonWriter::kOneLine);
     json_.member("pattern", pattern.name);
     json_.member("grade", pattern.grade);
     json_.member("cutter", cutter.name);
@@ -214,7 +212,7 @@ class PlanJson {
     json_.member("period", periodName(period));
     json_.member("reels", reels);
     json_.key("rolls");
-    json_.beginObject(kOneLine);
+    json_.beginObject(JsonWriter::kOneLine);
     for (const auto &[width, rolls] : rollsByWidth(network_, pattern)) {
       json_.member(width, rolls);
     }
@@ -240,7 +238,7 @@ class PlanJson {
     const Order &order = problem_.orders[index];
     const double unmet = plan_.unmet[index * periods_ + period];
     const Reason reason = plan_.reasons[index * periods_ + period];
-    json_.beginObject(kOneLine);
+    json_.beginObject(JsonWriter::kOneLine);
     json_.member("order", order.name);
     json_.member("set", order.set);
     json_.member("width", order.width);
@@ -256,9 +254,9 @@ class PlanJson {
     }
     if (unmet > 0.0 && reason == Reason::kMachineTime) {
       json_.key("full");
-      json_.beginArray(kOneLine);
+      json_.beginArray(JsonWriter::kOneLine);
       for (const MachineTime &time : possibleMakers(problem_, order, period)) {
-        json_.beginObject(kOneLine);
+        json_.beginObject(JsonWriter::kOneLine);
         json_.member("machine", problem_.machines[time.machine].name);
         json_.member("period", periodName(time.period));
         json_.endObject();
@@ -277,7 +275,7 @@ class PlanJson {
         if (rolls == 0.0) {
           continue;
         }
-        json_.beginObject(kOneLine);
+        json_.beginObject(JsonWriter::kOneLine);
         json_.member("mode", route.mode);
         json_.member("from", problem_.stores[route.store].name);
         json_.member("to", problem_.orders[route.order].name);
@@ -310,7 +308,7 @@ class PlanJson {
     }
     beginList("modes");
     for (const auto &[mode, use] : modes) {
-      json_.beginObject(kOneLine);
+      json_.beginObject(JsonWriter::kOneLine);
       json_.member("mode", mode);
       json_.member("rolls", use.rolls);
       json_.member("inches", use.inches);
@@ -329,7 +327,7 @@ class PlanJson {
         if (rolls == 0.0) {
           continue;
         }
-        json_.beginObject(kOneLine);
+        json_.beginObject(JsonWriter::kOneLine);
         json_.member("store", store.name);
         json_.member("width", store.width);
         json_.member("period", periodName(period));

@@ -27,10 +27,6 @@ std::vector<double> values(const Series &series) {
   return values;
 }
 
-std::string quote(const std::string &name) {
-  return '"' + name + '"';
-}
-
 }  // namespace
 
 ProblemMaker::ProblemMaker(const Network &network, const ProblemOptions &options)
@@ -105,7 +101,7 @@ ProblemMaker::Role ProblemMaker::storageRole(const Node &node) {
   const bool gives = std::any_of(node.attachments.begin(), node.attachments.end(),
                                  [](const Attachment &attachment) { return !attachment.in; });
   if (gives && !node.undercost.empty()) {
-    throw Refused(node.line, "the node " + quote(node.name) +
+    throw Refused(node.line, "the node " + network::inQuotes(node.name) +
                                  " is a store and an order in one: a customer has the name of a "
                                  "cutter");
   }
@@ -115,8 +111,9 @@ ProblemMaker::Role ProblemMaker::storageRole(const Node &node) {
 void ProblemMaker::checkArcs() const {
   for (const Arc &arc : network_.arcs) {
     if (!mayJoin(roles_[arc.from], roles_[arc.to], network_.commodities[arc.commodity].kind)) {
-      throw Refused(arc.line, "the arc leads from " + quote(network_.nodes[arc.from].name) +
-                                  " to " + quote(network_.nodes[arc.to].name) +
+      throw Refused(arc.line, "the arc leads from " +
+                                  network::inQuotes(network_.nodes[arc.from].name) + " to " +
+                                  network::inQuotes(network_.nodes[arc.to].name) +
                                   ", where none of its kind may");
     }
   }
@@ -129,8 +126,8 @@ void ProblemMaker::checkCosts() const {
       if (std::fabs(network_.arcCost(arc, period)) > kMostCost) {
         throw Refused(
             network_.arcs[arc].line,
-            "the arc from " + quote(network_.nodes[network_.arcs[arc].from].name) + " to " +
-                quote(network_.nodes[network_.arcs[arc].to].name) +
+            "the arc from " + network::inQuotes(network_.nodes[network_.arcs[arc].from].name) +
+                " to " + network::inQuotes(network_.nodes[network_.arcs[arc].to].name) +
                 " costs more than 1e20, which no plan can reckon with; leave out the rate "
                 "of a way that is not to be used");
       }

@@ -10,10 +10,6 @@ namespace corvane::plan {
 
 namespace {
 
-std::string quote(const std::string &name) {
-  return '"' + name + '"';
-}
-
 class RoleWarnings {
  public:
   RoleWarnings(const Network &network, PlanProblem &problem)
@@ -37,12 +33,14 @@ class RoleWarnings {
     for (const Cutter &cutter : problem_.cutters) {
       if (cutter.capacity == 0.0) {
         warn(lineOf(cutter.node), "no-capacity",
-             "the cutter " + quote(cutter.name) + " has the capacity 0 and makes nothing");
+             "the cutter " + network::inQuotes(cutter.name) +
+                 " has the capacity 0 and makes nothing");
       }
       if (std::any_of(cutter.wasteCost.begin(), cutter.wasteCost.end(),
                       [](double cost) { return cost < 0.0; })) {
         warn(lineOf(cutter.node), "negative-cost",
-             "waste of the cutter " + quote(cutter.name) + " costs less than 0: trim is a gain");
+             "waste of the cutter " + network::inQuotes(cutter.name) +
+                 " costs less than 0: trim is a gain");
       }
     }
   }
@@ -55,12 +53,12 @@ class RoleWarnings {
       }
       if (!pattern.possible) {
         warn(lineOf(pattern.node), "pattern-too-wide",
-             "the pattern " + quote(pattern.name) + " cuts " + general(pattern.rollInches) +
-                 " inches out of " + general(problem_.cutters[pattern.cutter].deckleWidth) +
-                 " and is left out");
+             "the pattern " + network::inQuotes(pattern.name) + " cuts " +
+                 general(pattern.rollInches) + " inches out of " +
+                 general(problem_.cutters[pattern.cutter].deckleWidth) + " and is left out");
       } else {
         warn(lineOf(pattern.node), "pattern-stopped",
-             "the pattern " + quote(pattern.name) +
+             "the pattern " + network::inQuotes(pattern.name) +
                  " yields something that has nowhere to go and is left out");
       }
     }
@@ -76,7 +74,8 @@ class RoleWarnings {
       const auto count = std::count_if(first, problem_.routes.end(), negative);
       warn(network_.arcs[first->arc].line, "negative-cost",
            "freight of " + std::to_string(count) + (count == 1 ? " route" : " routes") +
-               " costs less than 0, here to " + quote(problem_.orders[first->order].name));
+               " costs less than 0, here to " +
+               network::inQuotes(problem_.orders[first->order].name));
     }
   }
 
@@ -90,7 +89,7 @@ class RoleWarnings {
       for (const network::Datum &datum : network_.nodes[route.delayNode].delay) {
         if (datum.value != std::ceil(datum.value) && rounded.insert(route.delayNode).second) {
           warn(lineOf(route.delayNode), "delay-rounded",
-               "the delay of " + quote(network_.nodes[route.delayNode].name) + " is " +
+               "the delay of " + network::inQuotes(network_.nodes[route.delayNode].name) + " is " +
                    general(datum.value) + " periods; it counts as " +
                    general(std::ceil(datum.value)));
         }
@@ -112,8 +111,8 @@ class RoleWarnings {
     for (const auto &[mode, entry] : longest) {
       if (entry.first > 0.0) {
         warn(entry.second, "late-departures",
-             "nothing leaves by " + quote(mode) + " in the last " + general(entry.first) +
-                 (entry.first == 1.0 ? " period" : " periods") +
+             "nothing leaves by " + network::inQuotes(mode) + " in the last " +
+                 general(entry.first) + (entry.first == 1.0 ? " period" : " periods") +
                  ", as it would arrive behind the last one");
       }
     }
@@ -174,8 +173,8 @@ std::vector<network::Warning> reachWarnings(const Network &network, const PlanPr
       }
       warnings.push_back(
           {network.nodes[order.node].amount[period].line, "out-of-reach",
-           general(order.demand[period]) + " rolls of " + quote(order.name) + " in period " +
-               problem.periods[period] +
+           general(order.demand[period]) + " rolls of " + network::inQuotes(order.name) +
+               " in period " + problem.periods[period] +
                " can never be delivered: " + std::string(reasonText(order.reach[period]))});
     }
   }

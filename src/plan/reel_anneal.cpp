@@ -28,8 +28,8 @@ constexpr int kPreference = 3;
 // How many of the chances go to the same period for one that goes to each beside it.
 constexpr int kSamePeriod = 3;
 constexpr int kMovesAnAsking = 1024;
-constexpr double kNoise = 1e-10;
-constexpr double kLeastGain = 1e-6;
+constexpr double kNoisePerDay = 1e-10;
+constexpr double kLeastProgress = 1e-6;
 constexpr double kRange = 4294967296.0;  // of the generator
 
 double penaltyAt(double part) {
@@ -191,7 +191,7 @@ bool ReelAnneal::hasTime(const Move &move) const {
   if (move.less >= 0 && space_.rowsOf(move.less).front() == space_.rowsOf(move.more).front()) {
     days -= space_.entriesOf(move.less).front();
   }
-  return days <= days_[row] || days <= space_.model().rowUpper[row] * (1 + kNoise);
+  return days <= days_[row] || days <= space_.model().rowUpper[row] * (1 + kNoisePerDay);
 }
 
 void ReelAnneal::count(const Move &move, int sign) {
@@ -240,7 +240,7 @@ void ReelAnneal::tryMove(const Move &move, double most) {
     units_[move.unit] = units_.back();
     units_.pop_back();
   }
-  if (cost() < bestCost_ - kLeastGain) {
+  if (cost() < bestCost_ - kLeastProgress) {
     keepBest();
   }
 }

@@ -9,7 +9,7 @@ namespace corvane::plan {
 namespace {
 
 // Fractions this close to a whole number are noise.
-constexpr double kNoise = 1e-6;
+constexpr double kNearlyWhole = 1e-6;
 // The part of the fractional columns that a step rounds up, and the fraction from which it takes
 // all.
 constexpr double kShare = 0.1;
@@ -99,8 +99,8 @@ class Dive {
     std::vector<Fraction> fractions;
     for (const int column : space_.reels()) {
       const double value = solution.primal[static_cast<std::size_t>(column)];
-      const double fraction = value - std::floor(value + kNoise);
-      if (fraction > kNoise) {
+      const double fraction = value - std::floor(value + kNearlyWhole);
+      if (fraction > kNearlyWhole) {
         fractions.push_back({column, value, fraction});
       }
     }
@@ -118,7 +118,7 @@ class Dive {
         break;
       }
       solver_.setColumnBounds(fraction.column, lower_[static_cast<std::size_t>(fraction.column)],
-                              std::floor(fraction.value + kNoise));
+                              std::floor(fraction.value + kNearlyWhole));
     }
   }
 
@@ -146,7 +146,7 @@ class Dive {
     const LinearModel &model = space_.model();
     const auto entry = static_cast<std::size_t>(model.start[column]);  // that of the machine
     double &room = room_[static_cast<std::size_t>(model.rowOf[entry])];
-    const double whole = std::ceil(fraction.value - kNoise);
+    const double whole = std::ceil(fraction.value - kNearlyWhole);
     const double time = (whole - lower_[column]) * model.value[entry];
     if (time <= room * (1 + 1e-12)) {
       room -= time;

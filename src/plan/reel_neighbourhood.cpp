@@ -8,10 +8,9 @@ namespace corvane::plan {
 
 namespace {
 
-// What a solution must gain: money, also relative to the whole plan's, and rolls.
-constexpr double kNoise = 1e-9;
-constexpr double kLeastGain = 2e-4;
-constexpr double kLeastRolls = 2e-4;
+// What a solution must gain: twice the noise, so that it still counts as better when it is a plan.
+constexpr double kWantedGain = 2 * kLeastGain;
+constexpr double kWantedRolls = 2 * kLeastRolls;
 
 // The first row holds what is unmet.
 constexpr int kUnmetRow = 0;
@@ -132,7 +131,7 @@ void ReelNeighbourhood::addColumns(double span) {
 }
 
 NeighbourhoodResult ReelNeighbourhood::search(WholeLimits limits) const {
-  if (sum(values_, weights_) > kLeastRolls) {
+  if (sum(values_, weights_) > kWantedRolls) {
     limits.seconds /= 2;
   }
   const WholeAnswer more = deliverMore(limits);
@@ -152,12 +151,12 @@ NeighbourhoodResult ReelNeighbourhood::search(WholeLimits limits) const {
 // The first step: the least unmet rolls, if fewer than the plan's. Nothing is asked where none are.
 WholeAnswer ReelNeighbourhood::deliverMore(WholeLimits limits) const {
   const double unmet = sum(values_, weights_);
-  if (unmet <= kLeastRolls) {
+  if (unmet <= kWantedRolls) {
     WholeAnswer answer;
     answer.isOptimal = true;
     return answer;
   }
-  limits.cutoff = unmet - kLeastRolls - kNoise * plan_.unmet;
+  limits.cutoff = unmet - kWantedRolls - kNoisePart * plan_.unmet;
   LinearModel model = model_;
   model.cost = weights_;
   return solveWhole(model, limits);
@@ -165,10 +164,10 @@ WholeAnswer ReelNeighbourhood::deliverMore(WholeLimits limits) const {
 
 // The second step: less cost than this, with at most so many rolls unmet.
 WholeAnswer ReelNeighbourhood::costLess(WholeLimits limits, double unmet, double cost) const {
-  limits.cutoff = cost - kLeastGain - kNoise * std::fabs(plan_.cost);
+  limits.cutoff = cost - kWantedGain - kNoisePart * std::fabs(plan_.cost);
   LinearModel model = model_;
   model.rowUpper[kUnmetRow] = unmet;
-  for (std::size_t at = 0; unmet <= kLeastRolls && at < weights_.size(); ++at) {
+  for (std::size_t at = 0; unmet <= kWantedRolls && at < weights_.size(); ++at) {
     model.upper[at] = weights_[at] > 0 ? 0 : model.upper[at];
   }
   return solveWhole(model, limits);

@@ -7,11 +7,6 @@ namespace corvane::plan {
 
 namespace {
 
-// Rolls, and money beside what the plan costs, that a solver's tolerances may leave.
-constexpr double kLeastRolls = 1e-4;
-constexpr double kLeastGain = 1e-4;
-constexpr double kNoise = 1e-9;
-
 template <typename Value>
 std::span<const Value> slice(const std::vector<Value> &values, const std::vector<int> &start,
                              int index) {
@@ -22,11 +17,11 @@ std::span<const Value> slice(const std::vector<Value> &values, const std::vector
 }  // namespace
 
 bool isBetter(const ReelPlan &plan, const ReelPlan &other) {
-  const double noise = kLeastRolls + kNoise * std::fabs(other.unmet);
+  const double noise = kLeastRolls + kNoisePart * std::fabs(other.unmet);
   if (std::fabs(plan.unmet - other.unmet) > noise) {
     return plan.unmet < other.unmet;
   }
-  return plan.cost < other.cost - kLeastGain - kNoise * std::fabs(other.cost);
+  return plan.cost < other.cost - kLeastGain - kNoisePart * std::fabs(other.cost);
 }
 
 ReelSpace::ReelSpace(const PlanProblem &problem, const CompactLp &lp)

@@ -15,6 +15,11 @@ struct ReelPlan {
   double cost = 0;   // money, without what is unmet
 };
 
+// Rolls, and money, that a solver's tolerances may leave: these, and this part of a whole plan's.
+inline constexpr double kLeastRolls = 1e-4;
+inline constexpr double kLeastGain = 1e-4;
+inline constexpr double kNoisePart = 1e-9;
+
 // Whether the plan leaves less undelivered, or as much and costs less; both by more than noise. The
 // two are compared one after the other and never added up: what it takes to deliver one roll more
 // (another way for many rolls, a reel of nothing but surplus) has no bound that a weight could

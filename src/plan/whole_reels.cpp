@@ -16,7 +16,7 @@ namespace corvane::plan {
 namespace {
 
 // Columns in the plan, or in the LP's, when they are above this.
-constexpr double kUsed = 1e-6;
+constexpr double kInUse = 1e-6;
 constexpr double kDirectGap = 1e-5;
 constexpr int kFirstNodes = 500;
 constexpr int kDirectNodes = 20000;
@@ -51,10 +51,10 @@ constexpr double kSpan = 2;
 // The columns of reels by a key, in its order.
 using Groups = std::map<std::pair<std::string, Index>, std::vector<int>>;
 
-class Search {
+class NeighbourSearch {
  public:
-  Search(const ReelSpace &space, const LinearSolution &optimum, const WholeReelOptions &options,
-         const WholeReelProgress &progress)
+  NeighbourSearch(const ReelSpace &space, const LinearSolution &optimum,
+                  const WholeReelOptions &options, const WholeReelProgress &progress)
       : space_(space),
         optimum_(optimum),
         bound_(space.planOf(optimum.primal)),
@@ -241,7 +241,7 @@ class Search {
     ranked.reserve(columns.size());
     for (const int column : columns) {
       const auto at = static_cast<std::size_t>(column);
-      const int rank = plan_.values[at] > kUsed ? 0 : optimum_.primal[at] > kUsed ? 1 : 2;
+      const int rank = plan_.values[at] > kInUse ? 0 : optimum_.primal[at] > kInUse ? 1 : 2;
       ranked.push_back({{rank, optimum_.reducedCost[at]}, column});
     }
     std::sort(ranked.begin(), ranked.end());
@@ -276,7 +276,7 @@ class Search {
 std::optional<WholeReels> planWholeReels(const ReelSpace &space, const LinearSolution &optimum,
                                          const WholeReelOptions &options,
                                          const WholeReelProgress &progress) {
-  return Search(space, optimum, options, progress).run();
+  return NeighbourSearch(space, optimum, options, progress).run();
 }
 
 }  // namespace corvane::plan

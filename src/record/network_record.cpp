@@ -12,7 +12,6 @@ namespace {
 
 using network::Index;
 using network::kNone;
-using network::Network;
 using network::NodeType;
 using plan::PlanProblem;
 
@@ -25,7 +24,7 @@ QString machineName(const std::string &node) {
 
 class NetworkFiller {
  public:
-  NetworkFiller(Record &record, const Network &network, const PlanProblem &problem,
+  NetworkFiller(Record &record, const network::Network &network, const PlanProblem &problem,
                 const QHash<QByteArray, QPoint> &places, const InputFacts &facts)
       : record_(record),
         network_(network),
@@ -214,7 +213,7 @@ class NetworkFiller {
   }
 
   Record &record_;
-  const Network &network_;
+  const network::Network &network_;
   const PlanProblem &problem_;
   const QHash<QByteArray, QPoint> &places_;
   const InputFacts &facts_;
@@ -227,7 +226,8 @@ class NetworkFiller {
 // Patterns by the names that the export gives them.
 class PatternFiller {
  public:
-  PatternFiller(Record &record, const Network &network, const QHash<QByteArray, QPoint> &places)
+  PatternFiller(Record &record, const network::Network &network,
+                const QHash<QByteArray, QPoint> &places)
       : record_(record), network_(network), places_(places) {
     for (const network::Node &node : network.nodes) {
       nodes_.emplace(node.name, &node);
@@ -292,7 +292,7 @@ class PatternFiller {
   }
 
   Record &record_;
-  const Network &network_;
+  const network::Network &network_;
   std::map<std::string, const network::Node *> nodes_;
   const QHash<QByteArray, QPoint> &places_;
   NameIndex machines_;

@@ -57,7 +57,7 @@ std::vector<std::pair<QString, double>> figuresOf(const RunResult &result,
 
 void writeJsonRun(const Study &study, const StudyRow &row, const std::vector<QString> &kinds,
                   JsonWriter &json) {
-  json.beginObject(JsonWriter::Layout::kOneLine);
+  json.beginObject(JsonWriter::kOneLine);
   json.member("run", row.run.id);
   json.key("settings");
   json.beginObject();
@@ -82,7 +82,7 @@ void writeJsonRun(const Study &study, const StudyRow &row, const std::vector<QSt
 }
 
 void writeJsonPooled(const PooledPlan &plan, JsonWriter &json) {
-  json.beginObject(JsonWriter::Layout::kOneLine);
+  json.beginObject(JsonWriter::kOneLine);
   json.member("data", plan.dataId);
   json.member("runs", static_cast<qint64>(plan.runs));
   json.member("best_single_cost", plan.bestCost);
@@ -148,7 +148,7 @@ void writeStudyJson(const Study &study, const std::vector<StudyRow> &rows,
   json.beginObject();
   for (const Variation &variation : study.variations) {
     json.key(utf8(variation.key));
-    json.beginArray(JsonWriter::Layout::kOneLine);
+    json.beginArray(JsonWriter::kOneLine);
     for (const QString &value : variation.values) {
       json.value(value);
     }

@@ -66,7 +66,7 @@ std::vector<std::size_t> cut(Lines &lines, Random &random) {
   return {lines.size()};
 }
 
-std::vector<std::size_t> joined(Lines &lines, Random &random) {
+std::vector<std::size_t> severalRuns(Lines &lines, Random &random) {
   const Lines once = lines;
   const std::size_t count = 1 + below(random, once.size());
   lines.insert(lines.end(), once.begin(), once.begin() + static_cast<std::ptrdiff_t>(count - 1));
@@ -123,7 +123,7 @@ std::vector<std::size_t> noSense(Lines &lines, Random &random) {
 std::vector<ImportPlanter> importPlanters() {
   return {
       {"CV801", cut},
-      {"CV802", joined},
+      {"CV802", severalRuns},
       {"CV803", doubledBlank},
       {"CV804", oddName},
       {"CV805",

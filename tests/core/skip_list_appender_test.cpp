@@ -18,11 +18,6 @@ namespace {
 using support::HeapProbe;
 
 using Numbers = skipList<double>;
-using Inspector = SkipListInspector<double>;
-
-std::string dump(const Numbers &list) {
-  return Inspector::dump(list, [](double value) { return general(value); });
-}
 
 class SkipListAppending : public testing::Test {
  protected:
@@ -46,7 +41,8 @@ TEST_F(SkipListAppending, LinksAsAppendDoes) {
           expected.append(number(value));
         }
       }
-      ASSERT_EQ(dump(list), dump(expected)) << argument << ", " << count;
+      ASSERT_EQ(NumbersInspector::dump(list), NumbersInspector::dump(expected))
+          << argument << ", " << count;
       ASSERT_EQ(list.count(), expected.count());
     }
   }
@@ -72,12 +68,12 @@ TEST_F(SkipListAppending, GoesOnBehindWhatTheListHolds) {
   for (int value = 40; value < 60; ++value) {
     expected.append(number(value));
   }
-  EXPECT_EQ(dump(list), dump(expected));
+  EXPECT_EQ(NumbersInspector::dump(list), NumbersInspector::dump(expected));
   for (Numbers *each : {&list, &expected}) {
     each->append(number(60));
     each->insert(number(38.5));
   }
-  EXPECT_EQ(dump(list), dump(expected));
+  EXPECT_EQ(NumbersInspector::dump(list), NumbersInspector::dump(expected));
 }
 
 TEST_F(SkipListAppending, ComparesNothingAndDrawsNothing) {
@@ -93,7 +89,7 @@ TEST_F(SkipListAppending, ComparesNothingAndDrawsNothing) {
   for (int value = 0; value < 10; ++value) {
     appender.append(number(value));
   }
-  EXPECT_EQ(Inspector::randomState(list), 0x1E9EB544U);
+  EXPECT_EQ(NumbersInspector::randomState(list), 0x1E9EB544U);
 }
 
 TEST_F(SkipListAppending, LeavesTheListInOrderWhenThereIsNoMemory) {
@@ -117,10 +113,10 @@ TEST_F(SkipListAppending, LeavesTheListInOrderWhenThereIsNoMemory) {
       EXPECT_EQ(list.count(), value);
     }
     EXPECT_TRUE(thrown);
-    EXPECT_EQ(Inspector::complaint(list), "");
+    EXPECT_EQ(NumbersInspector::complaint(list), "");
     list.append(number(100));
-    EXPECT_EQ(Inspector::complaint(list), "");
-    EXPECT_EQ(Inspector::finger(list, 0), Inspector::level(list, 0).back());
+    EXPECT_EQ(NumbersInspector::complaint(list), "");
+    EXPECT_EQ(NumbersInspector::finger(list, 0), NumbersInspector::level(list, 0).back());
   }
 }
 

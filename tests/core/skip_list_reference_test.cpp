@@ -26,7 +26,7 @@ class ItemComp : public Comparison<Item> {
 };
 
 using List = skipList<Item>;
-using Inspector = SkipListInspector<Item>;
+using ItemInspector = SkipListInspector<Item>;
 
 enum class Kind { kInsert, kAppend, kRemove, kSearch, kRewind, kStep, kClear };
 
@@ -57,12 +57,12 @@ std::string nameOf(const Condition &condition) {
 }
 
 // A list and its reference, driven together. Every step answers what differs, or nothing.
-class Pair {
+class ListAndReference {
  public:
-  explicit Pair(const Condition &condition)
+  explicit ListAndReference(const Condition &condition)
       : list_(&comparator_, condition.duplicates, condition.levelArgument),
         reference_(comparator_, condition.duplicates) {
-    Inspector::setRandomState(list_, condition.randomState);
+    ItemInspector::setRandomState(list_, condition.randomState);
   }
 
   std::string apply(const Operation &operation) {
@@ -88,13 +88,13 @@ class Pair {
 
   // Whether both hold the same, in the same order, by every way of looking.
   std::string compare() const {
-    if (const std::string complaint = Inspector::complaint(list_); !complaint.empty()) {
+    if (const std::string complaint = ItemInspector::complaint(list_); !complaint.empty()) {
       return complaint;
     }
-    if (Inspector::level(list_, 0) != reference_.items()) {
+    if (ItemInspector::level(list_, 0) != reference_.items()) {
       return "elements";
     }
-    if (Inspector::finger(list_, 0) != reference_.position()) {
+    if (ItemInspector::finger(list_, 0) != reference_.position()) {
       return "position";
     }
     std::vector<Item *> walked;
@@ -150,7 +150,7 @@ std::string namesOf(std::span<const Operation> operations) {
 std::string firstDifference(const Condition &condition, const std::vector<Operation> &operations,
                             std::size_t comparedEvery = 1) {
   const support::ScopedPooling pooling(condition.pooling);
-  Pair pair(condition);
+  ListAndReference pair(condition);
   for (std::size_t at = 0; at < operations.size(); ++at) {
     std::string difference = pair.apply(operations[at]);
     if (difference.empty() && (operations.size() - 1 - at) % comparedEvery == 0) {
@@ -277,10 +277,10 @@ TEST_P(EveryCondition, RandomSequencesAgreeWhileTheListGrowsTo32Levels) {
   const support::ScopedPooling pooling(std::get<1>(GetParam()));
   std::mt19937 random(99);
   for (int round = 0; round < 10; ++round) {
-    Pair pair(condition(2, 1));
+    ListAndReference pair(condition(2, 1));
     for (int step = 0; step < 300; ++step) {
       if (random() % 4 == 0) {
-        Inspector::setRandomState(const_cast<List &>(pair.list()), 1U << (random() % 32));
+        ItemInspector::setRandomState(const_cast<List &>(pair.list()), 1U << (random() % 32));
       }
       ASSERT_EQ(pair.apply(randomOperation(random, 40)), "") << round << ", " << step;
       if (step % 5 == 4) {

@@ -23,7 +23,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 using Numbers = skipList<double>;
-using Inspector = SkipListInspector<double>;
 
 // Construction arguments for the parameters that tests lean on.
 constexpr int kArgumentOfTwo = 2;
@@ -31,10 +30,6 @@ constexpr int kArgumentOfThree = 3;
 
 // Level 32 at the next draw, for the parameter 2.
 constexpr quint32 kHighestDraw = 1;
-
-std::string dump(const Numbers &list) {
-  return Inspector::dump(list, [](double value) { return general(value); });
-}
 
 std::vector<double> values(const Numbers &list) {
   std::vector<double> all;
@@ -69,8 +64,8 @@ TEST_F(SkipListOfNumbers, StartsWithThreeLevelsAndItsParameter) {
   const Numbers list(&comparator_, false, kArgumentOfThree);
   EXPECT_EQ(list.levelCount(), 3);
   EXPECT_EQ(list.levelParameter(), 3);
-  EXPECT_EQ(Inspector::randomState(list), 0x1E9EB544U);
-  EXPECT_EQ(dump(list), "L0:\nL1:\nL2:\nfinger: - - -\n");
+  EXPECT_EQ(NumbersInspector::randomState(list), 0x1E9EB544U);
+  EXPECT_EQ(NumbersInspector::dump(list), "L0:\nL1:\nL2:\nfinger: - - -\n");
   EXPECT_EQ(Numbers(&comparator_, false, 8).levelParameter(), 8);
   EXPECT_EQ(Numbers(&comparator_, false, 77).levelParameter(), 4);
 }
@@ -91,9 +86,9 @@ TEST_F(SkipListOfNumbers, AnEqualElementIsStoredOnceAndTheSecondInsertReturns2) 
 TEST_F(SkipListOfNumbers, ARejectedElementDrawsNoLevel) {
   Numbers list(&comparator_, false, kArgumentOfThree);
   list.insert(number(5));
-  const quint32 state = Inspector::randomState(list);
+  const quint32 state = NumbersInspector::randomState(list);
   list.insert(number(5));
-  EXPECT_EQ(Inspector::randomState(list), state);
+  EXPECT_EQ(NumbersInspector::randomState(list), state);
 }
 
 TEST_F(SkipListOfNumbers, WithTheDuplicatesFlagAnEqualElementIsStoredToo) {
@@ -103,7 +98,7 @@ TEST_F(SkipListOfNumbers, WithTheDuplicatesFlagAnEqualElementIsStoredToo) {
   EXPECT_EQ(list.insert(first), 0);
   EXPECT_EQ(list.insert(second), 0);
   EXPECT_EQ(list.count(), 2);
-  EXPECT_THAT(Inspector::level(list, 0), ElementsAre(second, first));
+  EXPECT_THAT(NumbersInspector::level(list, 0), ElementsAre(second, first));
 }
 
 TEST_F(SkipListOfNumbers, StoresPointersAndCopiesNoElement) {
@@ -138,11 +133,11 @@ TEST_F(SkipListOfNumbers, EverySearchRemembersThePredecessorOnLevelZero) {
   list.insert(twenty);
   double *element = nullptr;
   list.search(20, element);
-  EXPECT_EQ(Inspector::lastFound(list), ten);
+  EXPECT_EQ(NumbersInspector::lastFound(list), ten);
   list.search(99, element);
-  EXPECT_EQ(Inspector::lastFound(list), twenty);
+  EXPECT_EQ(NumbersInspector::lastFound(list), twenty);
   list.search(10, element);
-  EXPECT_TRUE(Inspector::lastFoundIsHead(list));
+  EXPECT_TRUE(NumbersInspector::lastFoundIsHead(list));
 }
 
 // The levels of the first forty nodes, as they follow from the register's rule worked through apart
@@ -161,7 +156,7 @@ TEST_F(SkipListOfNumbers, LevelsAreThoseThatTheRegisterDraws) {
     for (int value = 0; value < 40; ++value) {
       double *element = number(value);
       list.insert(element);
-      drawn += std::to_string(Inspector::levelOf(list, element));
+      drawn += std::to_string(NumbersInspector::levelOf(list, element));
     }
     EXPECT_EQ(drawn, expected) << argument;
   }
@@ -173,7 +168,7 @@ TEST_F(SkipListOfNumbers, TheDumpOfAFewInsertionsIsFixed) {
     list.insert(number(value));
   }
   // The draws from the seed are 000 1 1 1 1 01 001 ...: levels 4, 1, 1, 1 and 2.
-  EXPECT_EQ(dump(list),
+  EXPECT_EQ(NumbersInspector::dump(list),
             "L0: 10 20 30 40 50\n"
             "L1: 40 50\n"
             "L2: 40\n"
@@ -186,7 +181,7 @@ TEST_F(SkipListOfNumbers, AppendedElementsGetCountedLevels) {
   for (int value = 1; value <= 8; ++value) {
     EXPECT_EQ(list.append(number(value)), 0);
   }
-  EXPECT_EQ(dump(list),
+  EXPECT_EQ(NumbersInspector::dump(list),
             "L0: 1 2 3 4 5 6 7 8\n"
             "L1: 2 4 6 8\n"
             "L2: 4 8\n"
@@ -199,7 +194,7 @@ TEST_F(SkipListOfNumbers, CountedLevelsOfAnOddParameterAreOneLess) {
   for (int value = 1; value <= 8; ++value) {
     list.append(number(value));
   }
-  EXPECT_EQ(dump(list),
+  EXPECT_EQ(NumbersInspector::dump(list),
             "L0: 1 2 3 4 5 6 7 8\n"
             "L1: 4 8\n"
             "L2: 8\n"
@@ -209,7 +204,7 @@ TEST_F(SkipListOfNumbers, CountedLevelsOfAnOddParameterAreOneLess) {
 TEST_F(SkipListOfNumbers, AppendingDrawsNothing) {
   Numbers list(&comparator_, false, kArgumentOfThree);
   list.append(number(1));
-  EXPECT_EQ(Inspector::randomState(list), 0x1E9EB544U);
+  EXPECT_EQ(NumbersInspector::randomState(list), 0x1E9EB544U);
 }
 
 TEST_F(SkipListOfNumbers, AnElementThatDoesNotOrderLastIsInserted) {
@@ -230,7 +225,7 @@ TEST_F(SkipListOfNumbers, AppendingAfterTheLastWasRemovedGoesToTheNewEnd) {
   }
   list.remove(8);
   list.append(number(9));
-  EXPECT_EQ(dump(list),
+  EXPECT_EQ(NumbersInspector::dump(list),
             "L0: 1 2 3 4 5 6 7 9\n"
             "L1: 2 4 6 9\n"
             "L2: 4 9\n"
@@ -276,7 +271,7 @@ TEST_F(SkipListOfNumbers, RemovingTheNodeThatAFingerEntryNamesLeavesTheFingerOnI
     EXPECT_EQ(*list.step(), value);
   }
   list.remove(4);
-  EXPECT_EQ(*Inspector::finger(list, 0), 5);
+  EXPECT_EQ(*NumbersInspector::finger(list, 0), 5);
   EXPECT_EQ(*list.step(), 5);
 }
 
@@ -285,15 +280,16 @@ TEST_F(SkipListOfNumbers, RemovalRepointsTheFingerOfEveryLevelThatNamesTheNode) 
   for (int value = 1; value <= 4; ++value) {
     list.append(number(value));
   }
-  ASSERT_EQ(dump(list), "L0: 1 2 3 4\nL1: 2 4\nL2: 4\nfinger: 4 4 4\n");
+  ASSERT_EQ(NumbersInspector::dump(list), "L0: 1 2 3 4\nL1: 2 4\nL2: 4\nfinger: 4 4 4\n");
   // Behind the finger, on levels 0 to 3.
-  Inspector::setRandomState(list, 0x10000000U);
+  NumbersInspector::setRandomState(list, 0x10000000U);
   list.insert(number(9));
-  ASSERT_EQ(dump(list), "L0: 1 2 3 4 9\nL1: 2 4 9\nL2: 4 9\nL3: 9\nfinger: 4 4 4 -\n");
+  ASSERT_EQ(NumbersInspector::dump(list),
+            "L0: 1 2 3 4 9\nL1: 2 4 9\nL2: 4 9\nL3: 9\nfinger: 4 4 4 -\n");
   list.remove(4);
-  EXPECT_EQ(dump(list), "L0: 1 2 3 9\nL1: 2 9\nL2: 9\nL3: 9\nfinger: 9 9 9 -\n");
+  EXPECT_EQ(NumbersInspector::dump(list), "L0: 1 2 3 9\nL1: 2 9\nL2: 9\nL3: 9\nfinger: 9 9 9 -\n");
   list.remove(9);
-  EXPECT_EQ(dump(list), "L0: 1 2 3\nL1: 2\nL2:\nL3:\nfinger: - - - -\n");
+  EXPECT_EQ(NumbersInspector::dump(list), "L0: 1 2 3\nL1: 2\nL2:\nL3:\nfinger: - - - -\n");
 }
 
 TEST_F(SkipListOfNumbers, RemovalLeavesOtherFingersAlone) {
@@ -302,7 +298,7 @@ TEST_F(SkipListOfNumbers, RemovalLeavesOtherFingersAlone) {
     list.append(number(value));
   }
   list.remove(3);
-  EXPECT_EQ(dump(list), "L0: 1 2 4\nL1: 2 4\nL2: 4\nfinger: 4 4 4\n");
+  EXPECT_EQ(NumbersInspector::dump(list), "L0: 1 2 4\nL1: 2 4\nL2: 4\nfinger: 4 4 4\n");
 }
 
 TEST_F(SkipListOfNumbers, OfEqualElementsTheFirstIsRemoved) {
@@ -344,15 +340,16 @@ TEST_F(SkipListOfNumbers, ClearReturnsTheNumberOfNodesAndDeletesNoElement) {
 
 TEST_F(SkipListOfNumbers, ClearKeepsParameterRandomStateAndLevelCount) {
   Numbers list(&comparator_, false, kArgumentOfTwo);
-  Inspector::setRandomState(list, 0x00800000U);
+  NumbersInspector::setRandomState(list, 0x00800000U);
   list.insert(number(1));
   ASSERT_EQ(list.levelCount(), 9);
-  const quint32 state = Inspector::randomState(list);
+  const quint32 state = NumbersInspector::randomState(list);
   list.clear();
   EXPECT_EQ(list.levelCount(), 9);
   EXPECT_EQ(list.levelParameter(), 2);
-  EXPECT_EQ(Inspector::randomState(list), state);
-  EXPECT_EQ(dump(list), "L0:\nL1:\nL2:\nL3:\nL4:\nL5:\nL6:\nL7:\nL8:\nfinger: - - - - - - - - -\n");
+  EXPECT_EQ(NumbersInspector::randomState(list), state);
+  EXPECT_EQ(NumbersInspector::dump(list),
+            "L0:\nL1:\nL2:\nL3:\nL4:\nL5:\nL6:\nL7:\nL8:\nfinger: - - - - - - - - -\n");
   list.insert(number(2));
   EXPECT_THAT(values(list), ElementsAre(2));
 }
@@ -377,9 +374,9 @@ TEST_F(SkipListOfNumbers, GrowsToTheLevelOfTheNode) {
   for (int value = 1; value <= 4; ++value) {
     list.append(number(value));
   }
-  Inspector::setRandomState(list, 0x08000000U);  // four zeros
+  NumbersInspector::setRandomState(list, 0x08000000U);  // four zeros
   list.insert(number(0));
-  EXPECT_EQ(dump(list),
+  EXPECT_EQ(NumbersInspector::dump(list),
             "L0: 0 1 2 3 4\n"
             "L1: 0 2 4\n"
             "L2: 0 4\n"
@@ -390,7 +387,7 @@ TEST_F(SkipListOfNumbers, GrowsToTheLevelOfTheNode) {
 
 TEST_F(SkipListOfNumbers, GrowthReplacesHeadAndFingerByNodesOfTheNewLevelCount) {
   Numbers list(&comparator_, false, kArgumentOfTwo);
-  Inspector::setRandomState(list, 0x00800000U);
+  NumbersInspector::setRandomState(list, 0x00800000U);
   double *one = number(1);
   HeapProbe probe;
   list.insert(one);
@@ -401,32 +398,32 @@ TEST_F(SkipListOfNumbers, GrowthReplacesHeadAndFingerByNodesOfTheNewLevelCount) 
 TEST_F(SkipListOfNumbers, TheLastFoundNodeFollowsTheHead) {
   Numbers list(&comparator_, false, kArgumentOfTwo);
   list.insert(number(5));
-  Inspector::setRandomState(list, kHighestDraw);
+  NumbersInspector::setRandomState(list, kHighestDraw);
   list.insert(number(1));
-  EXPECT_TRUE(Inspector::lastFoundIsHead(list));
-  Inspector::setRandomState(list, kHighestDraw);
+  EXPECT_TRUE(NumbersInspector::lastFoundIsHead(list));
+  NumbersInspector::setRandomState(list, kHighestDraw);
   list.insert(number(9));
-  EXPECT_EQ(*Inspector::lastFound(list), 5);
+  EXPECT_EQ(*NumbersInspector::lastFound(list), 5);
 }
 
 TEST_F(SkipListOfNumbers, GrowthKeepsALastFoundNodeThatIsNotTheHead) {
   Numbers list(&comparator_, false, kArgumentOfTwo);
   list.insert(number(5));
-  Inspector::setRandomState(list, kHighestDraw);
+  NumbersInspector::setRandomState(list, kHighestDraw);
   list.insert(number(9));
-  EXPECT_EQ(*Inspector::lastFound(list), 5);
+  EXPECT_EQ(*NumbersInspector::lastFound(list), 5);
 }
 
 TEST_F(SkipListOfNumbers, TheLevelCountNeverExceeds32HoweverManyElementsAreInserted) {
   Numbers list(&comparator_, false, kArgumentOfTwo);
   for (int value = 0; value < 200; ++value) {
-    Inspector::setRandomState(list, kHighestDraw);
+    NumbersInspector::setRandomState(list, kHighestDraw);
     double *element = number(value * 7 % 200);
     list.insert(element);
     ASSERT_EQ(list.levelCount(), 32);
-    ASSERT_EQ(Inspector::levelOf(list, element), 32);
+    ASSERT_EQ(NumbersInspector::levelOf(list, element), 32);
   }
-  EXPECT_EQ(Inspector::complaint(list), "");
+  EXPECT_EQ(NumbersInspector::complaint(list), "");
   for (int value = 0; value < 200; ++value) {
     ASSERT_EQ(*list.remove(value), value);
   }
@@ -452,7 +449,7 @@ TEST_F(SkipListOfNumbers, HighNodesAreReleasedTheWayTheyCame) {
     const ScopedPooling switches(pooling);
     Numbers list(&comparator_, false, kArgumentOfTwo);
     list.insert(number(1));
-    Inspector::setRandomState(list, kHighestDraw);
+    NumbersInspector::setRandomState(list, kHighestDraw);
     list.insert(number(2));
     EXPECT_EQ(*list.remove(2), 2);
     EXPECT_EQ(*list.remove(1), 1);
@@ -554,7 +551,7 @@ TEST_F(SkipListOfNumbers, TheElementOfANodeCanBeReadTwoWaysAndSet) {
   double *one = number(1);
   double *another = number(1);
   list.insert(one);
-  SkipNode *node = Inspector::firstNode(list);
+  SkipNode *node = NumbersInspector::firstNode(list);
   EXPECT_EQ(list.elementOf(node), one);
   EXPECT_EQ(list.elementAt(node), one);
   list.setElement(node, another);
@@ -584,7 +581,7 @@ TEST_F(SkipListOfNumbers, AnInsertWithoutMemoryChangesNothing) {
   for (int failing = 1; failing <= 3; ++failing) {
     Numbers list(&comparator_, false, kArgumentOfTwo);
     list.insert(number(1));
-    Inspector::setRandomState(list, 0x00800000U);
+    NumbersInspector::setRandomState(list, 0x00800000U);
     double *two = number(2);
     {
       HeapProbe probe;
@@ -592,7 +589,7 @@ TEST_F(SkipListOfNumbers, AnInsertWithoutMemoryChangesNothing) {
       EXPECT_THROW(list.insert(two), std::bad_alloc);
     }
     EXPECT_EQ(list.count(), 1);
-    EXPECT_EQ(Inspector::complaint(list), "");
+    EXPECT_EQ(NumbersInspector::complaint(list), "");
     EXPECT_EQ(list.insert(two), 0);
     EXPECT_THAT(values(list), ElementsAre(1, 2));
   }

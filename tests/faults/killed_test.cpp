@@ -19,12 +19,9 @@ namespace {
 using testing::EndsWith;
 using testing::StartsWith;
 
-constexpr const char *kInputs[] = {"Parameters.data", "machines.data", "orders.data",
-                                   "freightRates.data"};
-
 std::string inputsOf(const MillRun &mill) {
   std::string all;
-  for (const char *name : kInputs) {
+  for (const char *name : MillRun::kInputs) {
     all += contentOf(mill.data(name));
   }
   return all;

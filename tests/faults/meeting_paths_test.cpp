@@ -22,9 +22,6 @@ namespace {
 namespace fs = std::filesystem;
 using testing::EndsWith;
 
-constexpr const char *kInputs[] = {"Parameters.data", "machines.data", "orders.data",
-                                   "freightRates.data"};
-
 class MeetingPaths : public testing::Test {
  protected:
   void setParameter(const std::string &key, const std::string &value) const {
@@ -45,7 +42,7 @@ class MeetingPaths : public testing::Test {
 };
 
 TEST_F(MeetingPaths, ALogThatIsAnInputEndsTheRunBeforeAnythingIsAppended) {
-  for (const std::string name : kInputs) {
+  for (const std::string name : MillRun::kInputs) {
     SCOPED_TRACE(name);
     setParameter("log file", "data\\" + name);
     expectRefused("Could not open log file: data\\" + name, mill_.data(name));
@@ -54,7 +51,7 @@ TEST_F(MeetingPaths, ALogThatIsAnInputEndsTheRunBeforeAnythingIsAppended) {
 }
 
 TEST_F(MeetingPaths, AnImportFileThatIsAnInputEndsTheRunBeforeItIsEmptied) {
-  for (const std::string name : kInputs) {
+  for (const std::string name : MillRun::kInputs) {
     SCOPED_TRACE(name);
     setParameter("output", "data\\" + name);
     expectRefused("Could not open import file: data\\" + name, mill_.data(name));

@@ -7,6 +7,7 @@
 #include <limits>
 #include <random>
 
+#include "generation/price_list_of.h"
 #include "support/literal_pricing.h"
 
 namespace corvane {
@@ -14,14 +15,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-
-PriceList priceList(const std::vector<double> &widths, const std::vector<double> &duals) {
-  PriceList prices;
-  prices.rebuild(widths, duals);
-  return prices;
-}
 
 std::vector<double> widthsOf(const PriceList &prices) {
   std::vector<double> widths;

@@ -8,6 +8,7 @@
 #include <random>
 #include <vector>
 
+#include "generation/price_list_of.h"
 #include "support/literal_pricing.h"
 
 namespace corvane {
@@ -17,14 +18,6 @@ using support::LiteralCandidate;
 using support::LiteralRandom;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-
-PriceList priceList(const std::vector<double> &widths, const std::vector<double> &duals) {
-  PriceList prices;
-  prices.rebuild(widths, duals);
-  return prices;
-}
 
 std::vector<double> picks(const Candidate &candidate) {
   return {candidate.widths.begin(), candidate.widths.begin() + candidate.count};

@@ -6,16 +6,13 @@
 #include <utility>
 
 #include "import_sections.h"
+#include "network/warning.h"
 
 namespace corvane::import_checker {
 namespace {
 
 double number(const std::string &text) {
   return std::strtod(text.c_str(), nullptr);
-}
-
-std::string quoted(const std::string &name) {
-  return '"' + name + '"';
 }
 
 }  // namespace
@@ -93,7 +90,7 @@ void ImportModel::takeHeader(const Command &command) {
       break;
     case Family::kPeriod:
       if (std::find(periods_.begin(), periods_.end(), command["period"]) != periods_.end()) {
-        complain(line_, "declares the period " + quoted(command["period"]) + " again");
+        complain(line_, "declares the period " + network::inQuotes(command["period"]) + " again");
       }
       periods_.push_back(command["period"]);
       break;
@@ -104,7 +101,7 @@ void ImportModel::takeHeader(const Command &command) {
 
 void ImportModel::declareCommodity(const std::string &name) {
   if (!commodities_.insert(name).second && options_.ordinaryData) {
-    complain(line_, "declares the commodity " + quoted(name) + " again");
+    complain(line_, "declares the commodity " + network::inQuotes(name) + " again");
   }
 }
 
@@ -156,7 +153,8 @@ void ImportModel::takeNode(const Command &command) {
       undercosts_[command["node"]].line = line_;
       ++undercosts_[command["node"]].periods[command["period"]];
       if (!isNode(Kind::kOrder, command["node"])) {
-        complain(line_, "names the order node " + quoted(command["node"]) + ", not declared");
+        complain(line_,
+                 "names the order node " + network::inQuotes(command["node"]) + ", not declared");
       }
       break;
     default:
@@ -172,7 +170,8 @@ void ImportModel::declareNode(Kind kind, const Command &command, bool first) {
   if (first) {
     expectX(kind, command["x"]);
   } else if (!known) {
-    complain(line_, "is the first line of the node " + quoted(name) + " but has no coordinates");
+    complain(line_, "is the first line of the node " + network::inQuotes(name) +
+                        " but has no coordinates");
   }
   if (first && kind != Kind::kBatch && !periods_.empty() && command["period"] != periods_.front()) {
     complain(line_, "has coordinates in a period that is not the first");
@@ -182,7 +181,7 @@ void ImportModel::declareNode(Kind kind, const Command &command, bool first) {
   }
   // A delay node is named without its mill and comes again with each cutter.
   if (++node.periods[command["period"]] > 1 && kind != Kind::kDelay && options_.ordinaryData) {
-    complain(line_, "declares the node " + quoted(name) + " again");
+    complain(line_, "declares the node " + network::inQuotes(name) + " again");
   }
 }
 
@@ -201,11 +200,12 @@ void ImportModel::declareOrder(const Command &command, bool first) {
   if (first) {
     expectX(Kind::kOrder, command["x"]);
     if (isNode(Kind::kOrder, name)) {
-      complain(line_, "declares the node " + quoted(name) + " again");
+      complain(line_, "declares the node " + network::inQuotes(name) + " again");
     }
     nodes_[{Kind::kOrder, name}].line = line_;
   } else if (!isNode(Kind::kOrder, name)) {
-    complain(line_, "is the first line of the node " + quoted(name) + " but has no coordinates");
+    complain(line_, "is the first line of the node " + network::inQuotes(name) +
+                        " but has no coordinates");
   }
   if (!amountPeriods_[name].insert(command["period"]).second && options_.ordinaryData) {
     complain(line_, "gives a second amount for the period");
@@ -293,7 +293,8 @@ void ImportModel::attach(const Command &command, const std::string &commodity, b
   const bool known =
       std::any_of(kinds.begin(), kinds.end(), [&](Kind kind) { return isNode(kind, name); });
   if (!known) {
-    complain(line_, "attaches to " + quoted(name) + ", no such node of a fitting kind is declared");
+    complain(line_, "attaches to " + network::inQuotes(name) +
+                        ", no such node of a fitting kind is declared");
   }
   attachments_.insert({name, commodity, in});
 }
@@ -345,14 +346,14 @@ void ImportModel::join(const Command &command, const std::string &commodity,
     return isNode(pair.first, from) && isNode(pair.second, to);
   });
   if (!known) {
-    complain(line_, "joins " + quoted(from) + " and " + quoted(to) +
+    complain(line_, "joins " + network::inQuotes(from) + " and " + network::inQuotes(to) +
                         ", no such nodes of fitting kinds are declared");
   }
   if (!attachments_.contains({from, commodity, false})) {
-    complain(line_, quoted(commodity) + " does not leave " + quoted(from));
+    complain(line_, network::inQuotes(commodity) + " does not leave " + network::inQuotes(from));
   }
   if (!attachments_.contains({to, commodity, true})) {
-    complain(line_, quoted(commodity) + " does not enter " + quoted(to));
+    complain(line_, network::inQuotes(commodity) + " does not enter " + network::inQuotes(to));
   }
   const auto period = command.fields.find("period");
   if (period != command.fields.end()) {
@@ -389,7 +390,8 @@ void ImportModel::takeGrouping(const Command &command) {
 
 void ImportModel::putIntoSet(const std::string &set, const std::string &node) {
   if (!isNode(Kind::kStore, node) && !isNode(Kind::kOrder, node)) {
-    complain(line_, "puts " + quoted(node) + " into a set, no such store or order is declared");
+    complain(line_,
+             "puts " + network::inQuotes(node) + " into a set, no such store or order is declared");
   }
   setLines_.try_emplace(set, line_);
   grouped_.insert(node);
@@ -400,7 +402,7 @@ void ImportModel::putIntoSet(const std::string &set, const std::string &node) {
 
 void ImportModel::makeBlockSet(const std::string &set) {
   if (!setLines_.contains(set)) {
-    complain(line_, "makes a block of the set " + quoted(set) + ", which is empty");
+    complain(line_, "makes a block of the set " + network::inQuotes(set) + ", which is empty");
   }
   if (!blockSets_.try_emplace(set, line_).second && options_.ordinaryData) {
     complain(line_, "makes a block of the set again");
@@ -409,20 +411,20 @@ void ImportModel::makeBlockSet(const std::string &set) {
 
 void ImportModel::declareBlock(const std::string &name) {
   if (!blockSets_.contains(name)) {
-    complain(line_, "is the block of " + quoted(name) + ", which is no block set");
+    complain(line_, "is the block of " + network::inQuotes(name) + ", which is no block set");
   }
   nodes_[{Kind::kBlock, name}].line = line_;
 }
 
 void ImportModel::useCommodity(const std::string &name) {
   if (!commodities_.contains(name)) {
-    complain(line_, "uses the commodity " + quoted(name) + ", not declared");
+    complain(line_, "uses the commodity " + network::inQuotes(name) + ", not declared");
   }
 }
 
 void ImportModel::usePeriod(const std::string &period) {
   if (std::find(periods_.begin(), periods_.end(), period) == periods_.end()) {
-    complain(line_, "uses the period " + quoted(period) + ", not declared");
+    complain(line_, "uses the period " + network::inQuotes(period) + ", not declared");
   }
 }
 

@@ -5,15 +5,10 @@
 #include <cstdlib>
 
 #include "import_model.h"
+#include "network/warning.h"
 
 namespace corvane::import_checker {
-namespace {
-
-std::string quoted(const std::string &name) {
-  return '"' + name + '"';
-}
-
-}  // namespace
+namespace {}  // namespace
 
 void ImportModel::finish() {
   checkHeader();
@@ -34,7 +29,7 @@ void ImportModel::checkHeader() {
   }
   for (const char *name : {"Waste", "Machine_Time"}) {
     if (!commodities_.contains(name)) {
-      complain(0, "the commodity " + quoted(name) + " is not declared");
+      complain(0, "the commodity " + network::inQuotes(name) + " is not declared");
     }
   }
   if (options_.periods && *options_.periods != periods_.size()) {
@@ -54,7 +49,8 @@ void ImportModel::checkNodePeriods() {
   const std::set<Kind> inEveryPeriod{Kind::kMachine, Kind::kBatch, Kind::kStore, Kind::kDelay};
   for (const auto &[key, node] : nodes_) {
     if (inEveryPeriod.contains(key.first) && !fillsEveryPeriod(node.periods)) {
-      complain(node.line, "the node " + quoted(key.second) + " does not stand in every period");
+      complain(node.line,
+               "the node " + network::inQuotes(key.second) + " does not stand in every period");
     }
     if (key.first == Kind::kOrder && !fillsEveryPeriod(undercosts_[key.second].periods)) {
       complain(node.line, "the order node has no undercost line in every period");
@@ -68,8 +64,8 @@ void ImportModel::checkArcPeriods() {
     const bool firstOnly =
         family == Family::kYieldArc || (family == Family::kDeckleArc && isNode(Kind::kBatch, from));
     if (!firstOnly && !fillsEveryPeriod(arcs.periods)) {
-      complain(arcs.line, "the arc from " + quoted(from) + " to " + quoted(to) +
-                              " does not stand in every period");
+      complain(arcs.line, "the arc from " + network::inQuotes(from) + " to " +
+                              network::inQuotes(to) + " does not stand in every period");
     }
   }
 }
@@ -105,13 +101,14 @@ void ImportModel::checkFlows() {
   for (const auto &[key, node] : nodes_) {
     if ((key.first == Kind::kCutter || key.first == Kind::kPattern) &&
         !entered_.contains(key.second)) {
-      complain(node.line, "no arc feeds the node " + quoted(key.second));
+      complain(node.line, "no arc feeds the node " + network::inQuotes(key.second));
     }
   }
   for (const auto &[name, content] : patterns_) {
     for (const std::string &commodity : content.flows) {
       if (!left_.contains({name, commodity})) {
-        complain(content.line, "no arc takes " + quoted(commodity) + " from the pattern");
+        complain(content.line,
+                 "no arc takes " + network::inQuotes(commodity) + " from the pattern");
       }
     }
   }
@@ -130,7 +127,7 @@ bool ImportModel::isYielded(const std::string &orderNode, const std::string &com
 void ImportModel::checkSupply() {
   for (const std::string &commodity : commodities_) {
     if (commodity.starts_with("DemandWidth") && !yieldingPatterns_.contains(commodity)) {
-      complain(0, "no pattern yields " + quoted(commodity));
+      complain(0, "no pattern yields " + network::inQuotes(commodity));
     }
   }
   for (const auto &[key, node] : nodes_) {
@@ -141,7 +138,7 @@ void ImportModel::checkSupply() {
     if (commodity == orderCommodity_.end()) {
       complain(node.line, "the order node takes in no width");
     } else if (!isYielded(key.second, commodity->second)) {
-      complain(node.line, "no pattern of its grade yields " + quoted(commodity->second));
+      complain(node.line, "no pattern of its grade yields " + network::inQuotes(commodity->second));
     }
     if (options_.freightComplete && !entered_.contains(key.second)) {
       complain(node.line, "no freight arc reaches the order node");
@@ -152,18 +149,18 @@ void ImportModel::checkSupply() {
 void ImportModel::checkSets() {
   for (const auto &[set, line] : setLines_) {
     if (!blockSets_.contains(set)) {
-      complain(line, "the set " + quoted(set) + " never becomes a block");
+      complain(line, "the set " + network::inQuotes(set) + " never becomes a block");
     }
   }
   for (const auto &[set, line] : blockSets_) {
     if (!isNode(Kind::kBlock, set)) {
-      complain(line, "the block set " + quoted(set) + " has no block");
+      complain(line, "the block set " + network::inQuotes(set) + " has no block");
     }
   }
   for (const auto &[key, node] : nodes_) {
     const bool groups = key.first == Kind::kStore || key.first == Kind::kOrder;
     if (groups && !grouped_.contains(key.second)) {
-      complain(node.line, "the node " + quoted(key.second) + " is in no set");
+      complain(node.line, "the node " + network::inQuotes(key.second) + " is in no set");
     }
   }
 }

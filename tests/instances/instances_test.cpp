@@ -107,7 +107,7 @@ Plan planOf(const PatternSets &sets, int maximumWidths) {
   return plan;
 }
 
-std::string nameOf(const testing::TestParamInfo<Case> &instance) {
+std::string nameOfCase(const testing::TestParamInfo<Case> &instance) {
   return std::string(instance.param.name) + "_" + std::to_string(instance.param.maximumWidths);
 }
 
@@ -117,7 +117,7 @@ class PublicCase : public testing::TestWithParam<Case> {
     const Case &instance = GetParam();
     mill_ = readCase(instance.name);
     ASSERT_FALSE(mill_.demands.empty());
-    const fs::path folder = freshFolder(nameOf({instance, 0}));
+    const fs::path folder = freshFolder(nameOfCase({instance, 0}));
     writeData(folder / "data", mill_, instance.maximumWidths);
     PlanningComparators comparators;
     RunRecord record(comparators);
@@ -192,7 +192,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Case{"esicup_pr087", 5, 246.997687861}, Case{"esicup_pr087", 10, 246.997687861},
                     Case{"esicup_pr112", 5, 301.998721228}, Case{"esicup_pr112", 10, 301.998721228},
                     Case{"roll6300_e3", 5, 44.825396825}, Case{"roll6300_e3", 10, 44.825396825}),
-    nameOf);
+    nameOfCase);
 
 }  // namespace
 

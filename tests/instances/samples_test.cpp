@@ -61,7 +61,7 @@ std::vector<Sample> samples() {
   return list;
 }
 
-std::string nameOf(const testing::TestParamInfo<Sample> &sample) {
+std::string nameOfSample(const testing::TestParamInfo<Sample> &sample) {
   return std::string(sample.param.mill) + "_" + sample.param.setting.name;
 }
 
@@ -107,7 +107,7 @@ class SampleMill : public testing::TestWithParam<Sample> {};
 
 TEST_P(SampleMill, RunsWithoutWarningIntoAModelOfItsOrders) {
   const auto &[mill, periods, setting] = GetParam();
-  const RunOutcome outcome = runSample(mill, setting, nameOf({GetParam(), 0}));
+  const RunOutcome outcome = runSample(mill, setting, nameOfSample({GetParam(), 0}));
   expectNoWarning(outcome);
   ImportOptions options = setting.options;
   options.periods = periods;
@@ -120,7 +120,7 @@ TEST_P(SampleMill, RunsWithoutWarningIntoAModelOfItsOrders) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Samples, SampleMill, testing::ValuesIn(samples()), nameOf);
+INSTANTIATE_TEST_SUITE_P(Samples, SampleMill, testing::ValuesIn(samples()), nameOfSample);
 
 // What the sample's own document says comes of it.
 TEST(SampleMills, WithAWinderNarrowerThanARollGetAPatternThatCannotBeCut) {

@@ -7,6 +7,7 @@
 #include <QTemporaryDir>
 
 #include "import_checker/good_files.h"
+#include "network/told.h"
 
 namespace corvane::network {
 namespace {
@@ -14,21 +15,6 @@ namespace {
 using import_checker::kDelayFile;
 using testing::ElementsAre;
 using testing::HasSubstr;
-
-// The line and words with which a text is refused; line 0 and nothing when it is read.
-struct Refusal {
-  quint64 line = 0;
-  std::string text;
-};
-
-Refusal refusalOf(const std::string &text) {
-  try {
-    readNetworkText(text);
-  } catch (const Refused &refused) {
-    return {refused.line(), refused.what()};
-  }
-  return {};
-}
 
 // The good file with a text replaced wherever it stands, or where it stands first.
 std::string changed(const std::string &old, const std::string &now) {
@@ -91,7 +77,7 @@ TEST(NetworkReader, EveryCutOfAGoodFileIsRefused) {
   const std::string text = kDelayFile;
   for (std::size_t end = 0; end + 1 < text.size(); ++end) {
     if (end == 0 || text[end - 1] == '\n') {
-      const Refusal refusal = refusalOf(text.substr(0, end));
+      const Told refusal = refusalOf(text.substr(0, end));
       EXPECT_THAT(refusal.text, end == 0 ? HasSubstr("is empty") : HasSubstr("did not finish"));
     }
   }
@@ -111,7 +97,7 @@ TEST(NetworkReader, AFileWithoutALineIsRefusedWithALineOrRead) {
   std::size_t begin = 0;
   while (begin < text.size()) {
     const std::size_t end = text.find('\n', begin) + 1;
-    const Refusal refusal = refusalOf(text.substr(0, begin) + text.substr(end));
+    const Told refusal = refusalOf(text.substr(0, begin) + text.substr(end));
     refused += refusal.text.empty() ? 0 : 1;
     EXPECT_TRUE(refusal.text.empty() || refusal.line > 0) << refusal.text;
     begin = end;

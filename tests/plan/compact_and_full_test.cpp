@@ -11,9 +11,9 @@
 namespace corvane::plan {
 namespace {
 
-class RandomMill {
+class RandomNetworkMill {
  public:
-  explicit RandomMill(unsigned seed) : random_(seed) {}
+  explicit RandomNetworkMill(unsigned seed) : random_(seed) {}
 
   TestMill make() {
     TestMill mill;
@@ -99,7 +99,7 @@ TEST(CompactAndFull, AgreeOnRandomNetworks) {
   int unmet = 0;
   for (unsigned seed = 1; seed <= 60; ++seed) {
     SCOPED_TRACE("seed " + std::to_string(seed));
-    const std::string text = importText(RandomMill(seed).make());
+    const std::string text = importText(RandomNetworkMill(seed).make());
     try {
       expectEqual(text, {});
       expectEqual(text, {.freeStock = true});

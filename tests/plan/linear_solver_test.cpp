@@ -14,7 +14,7 @@ namespace corvane::plan {
 
 namespace {
 
-constexpr double kNear = 1e-7;
+constexpr double kSolverTolerance = 1e-7;
 constexpr int kNoPivots = 0;
 
 // Two mills short of time: 280 of 500 rolls, of which 80 come by the dearer rate.
@@ -59,7 +59,7 @@ TEST_F(ShortMill, TheBarrierTakesOverWherePivotsAreUsedUp) {
   const LinearSolution solution = LinearSolver(priced()).solveAfresh(kNoPivots);
   EXPECT_EQ(solution.status, Status::kOptimal);
   EXPECT_EQ(solution.method, Method::kBarrier);
-  EXPECT_NEAR(solution.objective, byDual.objective, kNear * byDual.objective);
+  EXPECT_NEAR(solution.objective, byDual.objective, kSolverTolerance * byDual.objective);
 }
 
 // It goes on from the barrier's vertex, and its limit of pivots is gone.
@@ -74,7 +74,7 @@ TEST_F(ShortMill, OtherSolvesGoOnAfterTheBarrier) {
     cheap.cost[static_cast<std::size_t>(column)] = 1.0;
   }
   EXPECT_NEAR(solver.solve(Method::kPrimal).objective,
-              LinearSolver(cheap).solve(Method::kDual).objective, kNear);
+              LinearSolver(cheap).solve(Method::kDual).objective, kSolverTolerance);
 }
 
 // The one sum is not the two steps where a reel costs more than a roll: the plan is the same
@@ -87,8 +87,8 @@ TEST_F(ShortMill, BothMethodsEndInTheSamePlan) {
     const LinearSolution solution = steps.solve();
     LinearSolver reference(lp_.model());
     TwoSteps dual(problem_, lp_, reference, {0.0, Method::kDual});
-    EXPECT_NEAR(solution.objective, dual.solve().objective, kNear * solution.objective);
-    EXPECT_NEAR(steps.leastUnmet(), dual.leastUnmet(), kNear);
+    EXPECT_NEAR(solution.objective, dual.solve().objective, kSolverTolerance * solution.objective);
+    EXPECT_NEAR(steps.leastUnmet(), dual.leastUnmet(), kSolverTolerance);
     EXPECT_GT(steps.leastUnmet(), 0.0);
   }
 }
@@ -98,9 +98,9 @@ TEST_F(ShortMill, APlanThatMakesNothingIsABasisToBeginFrom) {
   solver.setBasis(lp_.idleBasis());
   const LinearSolution idle = solver.solve(Method::kPrimal, kNoPivots);
   EXPECT_EQ(idle.status, Status::kStopped);
-  EXPECT_NEAR(idle.objective, 500 * 1000.0, kNear);
+  EXPECT_NEAR(idle.objective, 500 * 1000.0, kSolverTolerance);
   const double least = LinearSolver(priced()).solve(Method::kDual).objective;
-  EXPECT_NEAR(solver.solve(Method::kPrimal).objective, least, kNear * least);
+  EXPECT_NEAR(solver.solve(Method::kPrimal).objective, least, kSolverTolerance * least);
 }
 
 TEST_F(ShortMill, AsManyAreBasicAsThereAreRows) {
@@ -126,7 +126,7 @@ TEST(LinearSolver, KnowsWhichColumnsAreAtTheirUpperBounds) {
   LinearSolver other(model);
   other.setBasis(solver.basis());
   const LinearSolution solution = other.solve(Method::kPrimal, kNoPivots);
-  EXPECT_NEAR(solution.objective, -3.0, kNear);
+  EXPECT_NEAR(solution.objective, -3.0, kSolverTolerance);
 }
 
 TEST_F(ShortMill, ItsBasisIsThatOfTheLastSolve) {
@@ -137,7 +137,7 @@ TEST_F(ShortMill, ItsBasisIsThatOfTheLastSolve) {
   const LinearSolution same = other.solve(Method::kPrimal);
   EXPECT_EQ(same.iterations, 0);
   EXPECT_EQ(same.status, Status::kOptimal);
-  EXPECT_NEAR(same.objective, solution.objective, kNear * solution.objective);
+  EXPECT_NEAR(same.objective, solution.objective, kSolverTolerance * solution.objective);
 }
 
 // Columns behind those of the basis are at their lower bounds.

@@ -8,6 +8,11 @@
 
 namespace corvane::plan {
 
+// Time that does not run out.
+inline bool never() {
+  return false;
+}
+
 // A random mill with all patterns of at most so many rolls, and the LP of its plan, solved.
 struct RandomReels {
   explicit RandomReels(unsigned seed, int limit, bool freeStock = false)

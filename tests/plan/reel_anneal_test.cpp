@@ -18,7 +18,7 @@ namespace corvane::plan {
 
 namespace {
 
-constexpr double kTolerance = 1e-5;
+constexpr double kRoundingError = 1e-5;
 constexpr double kPenalty = 700;
 
 // The least cost of all but the reels, with so many of each.
@@ -46,10 +46,6 @@ double leastCost(const ReelSpace &space, const std::vector<double> &reels) {
   const LinearSolution solution = solver.solve(Method::kDual);
   EXPECT_EQ(solution.status, Status::kOptimal);
   return solution.objective;
-}
-
-bool never() {
-  return false;
 }
 
 // Reels that come and go at random; the reels by column.
@@ -82,11 +78,11 @@ class RollFlowTest : public testing::TestWithParam<unsigned> {
 };
 
 TEST_P(RollFlowTest, CostsAsLittleAsTheLinearProgramme) {
-  EXPECT_NEAR(cost(), leastCost(space_, reels_), kTolerance);
+  EXPECT_NEAR(cost(), leastCost(space_, reels_), kRoundingError);
   for (int round = 0; round < 40; ++round) {
     comeAndGo();
     flow_.commit();
-    ASSERT_NEAR(cost(), leastCost(space_, reels_), kTolerance) << round;
+    ASSERT_NEAR(cost(), leastCost(space_, reels_), kRoundingError) << round;
   }
 }
 
@@ -100,10 +96,10 @@ TEST_P(RollFlowTest, TakesBackWhatIsNotCommitted) {
     comeAndGo();
     flow_.rollBack();
     reels_ = reels;
-    ASSERT_NEAR(cost(), before, kTolerance);
+    ASSERT_NEAR(cost(), before, kRoundingError);
   }
   comeAndGo();
-  EXPECT_NEAR(cost(), leastCost(space_, reels_), kTolerance);
+  EXPECT_NEAR(cost(), leastCost(space_, reels_), kRoundingError);
 }
 
 // What a swap costs is at least its bound, and where one reel comes to a mill without surplus or
@@ -122,8 +118,8 @@ TEST_P(RollFlowTest, BoundsWhatASwapCosts) {
     if (less >= 0) {
       flow_.remove(less, 1);
     }
-    ASSERT_LE(bound, cost() - before + kTolerance) << round;
-    tight += bound > cost() - before - kTolerance ? 1 : 0;
+    ASSERT_LE(bound, cost() - before + kRoundingError) << round;
+    tight += bound > cost() - before - kRoundingError ? 1 : 0;
     flow_.rollBack();
   }
   EXPECT_GE(tight, 20);
@@ -144,16 +140,16 @@ TEST_P(RollFlowTest, WritesWhatKeepsEveryRow) {
           space_.entriesOf(column)[i] * values[at];
     }
     if (space_.lp().column(column).kind != ColumnKind::kReels) {
-      EXPECT_GE(values[at], -kTolerance);
-      EXPECT_LE(values[at], space_.model().upper[at] + kTolerance);
+      EXPECT_GE(values[at], -kRoundingError);
+      EXPECT_LE(values[at], space_.model().upper[at] + kRoundingError);
       cost += values[at] * (space_.costs()[at] + kPenalty * space_.unmetWeights()[at]);
     }
   }
-  EXPECT_NEAR(cost, this->cost(), kTolerance);
+  EXPECT_NEAR(cost, this->cost(), kRoundingError);
   for (int row = 0; row < space_.model().rows(); ++row) {
     if (space_.lp().row(row).kind != RowKind::kMachine) {
       EXPECT_NEAR(sums[static_cast<std::size_t>(row)],
-                  space_.model().rowUpper[static_cast<std::size_t>(row)], kTolerance);
+                  space_.model().rowUpper[static_cast<std::size_t>(row)], kRoundingError);
     }
   }
 }
@@ -163,8 +159,8 @@ TEST_P(RollFlowTest, StartsAnewWithAnotherPenalty) {
   flow_.restart(2 * kPenalty);
   const double nothing = cost();
   flow_.restart(kPenalty);
-  EXPECT_NEAR(2 * cost(), nothing, kTolerance);
-  EXPECT_NEAR(cost(), leastCost(space_, std::vector<double>(reels_.size())), kTolerance);
+  EXPECT_NEAR(2 * cost(), nothing, kRoundingError);
+  EXPECT_NEAR(cost(), leastCost(space_, std::vector<double>(reels_.size())), kRoundingError);
 }
 
 INSTANTIATE_TEST_SUITE_P(Mills, RollFlowTest, testing::Range(0U, 8U));
@@ -188,7 +184,7 @@ TEST_P(ReelAnnealTest, KeepsEveryRowAndMachine) {
   std::vector<double> sums(static_cast<std::size_t>(space_.model().rows()));
   for (int column = 0; column < space_.model().columns(); ++column) {
     const double value = plan.values[static_cast<std::size_t>(column)];
-    EXPECT_GE(value, -kTolerance);
+    EXPECT_GE(value, -kRoundingError);
     for (std::size_t i = 0; i < space_.rowsOf(column).size(); ++i) {
       sums[static_cast<std::size_t>(space_.rowsOf(column)[i])] +=
           space_.entriesOf(column)[i] * value;
@@ -196,8 +192,8 @@ TEST_P(ReelAnnealTest, KeepsEveryRowAndMachine) {
   }
   for (int row = 0; row < space_.model().rows(); ++row) {
     const auto at = static_cast<std::size_t>(row);
-    EXPECT_GE(sums[at], space_.model().rowLower[at] - kTolerance);
-    EXPECT_LE(sums[at], space_.model().rowUpper[at] + kTolerance);
+    EXPECT_GE(sums[at], space_.model().rowLower[at] - kRoundingError);
+    EXPECT_LE(sums[at], space_.model().rowUpper[at] + kRoundingError);
   }
   for (const int column : space_.reels()) {
     const double reels = plan.values[static_cast<std::size_t>(column)];
@@ -244,7 +240,7 @@ TEST(ReelAnneal, KeepsToTheDaysOfAMachineWithCuttersOfTwoSpeeds) {
   }
   EXPECT_EQ(plan.unmet, 0);
   EXPECT_EQ(reels, 30);
-  EXPECT_LE(days, 7 + kTolerance);
+  EXPECT_LE(days, 7 + kRoundingError);
   EXPECT_GT(days, 6.8);  // 3 slow reels and 27 quick ones
 }
 
@@ -264,7 +260,7 @@ TEST_P(ReelAnnealTest, GivesTheBestPlanAndNotTheLast) {
         return ++asked == 4;
       });
   const double roll = 2 * surplus / stores;  // what an undelivered one costs at first
-  EXPECT_LE(plan.cost + roll * plan.unmet, start_.cost + roll * start_.unmet + kTolerance);
+  EXPECT_LE(plan.cost + roll * plan.unmet, start_.cost + roll * start_.unmet + kRoundingError);
 }
 
 // Two dozen mills together, from what a dive leaves.
@@ -278,8 +274,8 @@ TEST(ReelAnneal, MakesPlansBetter) {
     const ReelPlan plan =
         ReelAnneal(mill.space, mill.optimum).run(start, {.moves = 40000, .heat = 0.2}, never);
     const ReelPlan best = isBetter(plan, start) ? plan : start;
-    EXPECT_LE(best.unmet, start.unmet + kTolerance);
-    if (std::fabs(best.unmet - start.unmet) < kTolerance) {
+    EXPECT_LE(best.unmet, start.unmet + kRoundingError);
+    if (std::fabs(best.unmet - start.unmet) < kRoundingError) {
       before += start.cost;
       after += best.cost;
       bound += mill.space.planOf(mill.optimum.primal).cost;

@@ -61,10 +61,6 @@ LinearModel wholeModel(const ReelSpace &space) {
   return model;
 }
 
-bool never() {
-  return false;
-}
-
 void tellNobody(const std::string & /*way*/, double /*rolls*/, double /*gap*/) {}
 
 TEST(ReelPlans, LessUnmetIsBetterWhateverItCosts) {

@@ -71,16 +71,16 @@ TEST_F(FreightRateFile, TextsAreComparedWithTheirCaseAndBlanks) {
   EXPECT_EQ(data.freightRates.count(), 3);
 }
 
-struct NumberCase {
+struct RateNumber {
   const char *text;
   const char *printed;
 };
 
-void PrintTo(const NumberCase &shown, std::ostream *out) {
+void PrintTo(const RateNumber &shown, std::ostream *out) {
   *out << shown.text;
 }
 
-class FreightRateNumber : public FreightRateFile, public testing::WithParamInterface<NumberCase> {};
+class FreightRateNumber : public FreightRateFile, public testing::WithParamInterface<RateNumber> {};
 
 TEST_P(FreightRateNumber, IsTheLeadingNumberOfItsField) {
   readRates(std::string("A,B,C,") + GetParam().text + "," + GetParam().text + "\n");
@@ -89,12 +89,12 @@ TEST_P(FreightRateNumber, IsTheLeadingNumberOfItsField) {
 }
 
 INSTANTIATE_TEST_SUITE_P(OfAnySpelling, FreightRateNumber,
-                         testing::Values(NumberCase{"12.5usd", "12.5"}, NumberCase{"free", "0"},
-                                         NumberCase{"-3", "-3"}, NumberCase{"nan", "nan"},
-                                         NumberCase{"inf", "inf"}, NumberCase{"1e308", "1e+308"},
-                                         NumberCase{"-0", "-0"}, NumberCase{"0x10", "16"},
-                                         NumberCase{"1e-320", "9.99989e-321"},
-                                         NumberCase{"2147483648", "2.14748e+09"}));
+                         testing::Values(RateNumber{"12.5usd", "12.5"}, RateNumber{"free", "0"},
+                                         RateNumber{"-3", "-3"}, RateNumber{"nan", "nan"},
+                                         RateNumber{"inf", "inf"}, RateNumber{"1e308", "1e+308"},
+                                         RateNumber{"-0", "-0"}, RateNumber{"0x10", "16"},
+                                         RateNumber{"1e-320", "9.99989e-321"},
+                                         RateNumber{"2147483648", "2.14748e+09"}));
 
 TEST_F(FreightRateFile, OneCarriageReturnBeforeTheLineBreakIsDropped) {
   readRates("Acme,North\r\n\r\n");
@@ -106,19 +106,19 @@ TEST_F(FreightRateFile, ANulByteEndsTheLine) {
   EXPECT_EQ(dumpRates(data), "Acme|North||0|0\n");
 }
 
-std::string lineOfLength(std::size_t length) {
+std::string rateLineOfLength(std::size_t length) {
   const std::string tail = ",North,Rail,1,2";
   return std::string(length - tail.size(), 'c') + tail + "\n";
 }
 
 TEST_F(FreightRateFile, LinesOf1022And1023CharactersAreRead) {
-  readRates(lineOfLength(1022) + lineOfLength(1023));
+  readRates(rateLineOfLength(1022) + rateLineOfLength(1023));
   EXPECT_EQ(data.freightRates.count(), 2);
   EXPECT_EQ(out, "");
 }
 
 TEST_F(FreightRateFile, ALineOf1024CharactersOrAMillionIsSkippedWithAWarning) {
-  readRates("A,B,C,1,2\n" + lineOfLength(1024) + lineOfLength(1000000) + "B,B,C,1,2\n");
+  readRates("A,B,C,1,2\n" + rateLineOfLength(1024) + rateLineOfLength(1000000) + "B,B,C,1,2\n");
   const std::string warnings = "Warning: Line 2 of " + fileName() + " is too long.\n" +
                                "Warning: Line 3 of " + fileName() + " is too long.\n";
   EXPECT_EQ(out, warnings);

@@ -117,16 +117,16 @@ TEST_F(MachineFile, NothingIsTrimmedOrUnquoted) {
   EXPECT_EQ(dumpCutters(data), " A |\"1\"|G g|90|1|1|1\n");
 }
 
-struct NumberCase {
+struct WidthNumber {
   const char *text;
   const char *width;
 };
 
-void PrintTo(const NumberCase &shown, std::ostream *out) {
+void PrintTo(const WidthNumber &shown, std::ostream *out) {
   *out << shown.text;
 }
 
-class MachineFileNumber : public MachineFile, public testing::WithParamInterface<NumberCase> {};
+class MachineFileNumber : public MachineFile, public testing::WithParamInterface<WidthNumber> {};
 
 TEST_P(MachineFileNumber, IsTheLeadingNumberOfItsField) {
   readMachines(std::string("A,1,G,") + GetParam().text + ",1,1,1\n");
@@ -135,14 +135,15 @@ TEST_P(MachineFileNumber, IsTheLeadingNumberOfItsField) {
 }
 
 INSTANTIATE_TEST_SUITE_P(OfAnySpelling, MachineFileNumber,
-                         testing::Values(NumberCase{"90", "90"}, NumberCase{"90.125x", "90.125"},
-                                         NumberCase{"wide", "0"}, NumberCase{" ", "0"},
-                                         NumberCase{"-5", "-5"}, NumberCase{"-0", "-0"},
-                                         NumberCase{"nan", "nan"}, NumberCase{"inf", "inf"},
-                                         NumberCase{"-inf", "-inf"}, NumberCase{"1e308", "1e+308"},
-                                         NumberCase{"1e309", "inf"}, NumberCase{"0x10", "16"},
-                                         NumberCase{"1e-320", "9.99989e-321"},
-                                         NumberCase{"2147483648", "2.14748e+09"}));
+                         testing::Values(WidthNumber{"90", "90"}, WidthNumber{"90.125x", "90.125"},
+                                         WidthNumber{"wide", "0"}, WidthNumber{" ", "0"},
+                                         WidthNumber{"-5", "-5"}, WidthNumber{"-0", "-0"},
+                                         WidthNumber{"nan", "nan"}, WidthNumber{"inf", "inf"},
+                                         WidthNumber{"-inf", "-inf"},
+                                         WidthNumber{"1e308", "1e+308"},
+                                         WidthNumber{"1e309", "inf"}, WidthNumber{"0x10", "16"},
+                                         WidthNumber{"1e-320", "9.99989e-321"},
+                                         WidthNumber{"2147483648", "2.14748e+09"}));
 
 TEST_F(MachineFile, WidthsThatAreNotNumbersAreAllKeptAndEndTheReadingInNoLoop) {
   readMachines("A,1,G,nan,1,1,1\nA,2,G,90,1,1,1\nA,3,G,nan,1,1,1\nA,4,G,80,1,1,1\n");
@@ -163,19 +164,19 @@ TEST_F(MachineFile, ANulByteEndsTheLine) {
   EXPECT_THAT(errors, testing::StartsWith("Could not set Capacity of cutter.\n"));
 }
 
-std::string lineOfLength(std::size_t length) {
+std::string machineLineOfLength(std::size_t length) {
   const std::string tail = ",1,G,90,1,1,1";
   return std::string(length - tail.size(), 'L') + tail + "\n";
 }
 
 TEST_F(MachineFile, LinesOf1022And1023CharactersAreRead) {
-  readMachines(lineOfLength(1022) + lineOfLength(1023));
+  readMachines(machineLineOfLength(1022) + machineLineOfLength(1023));
   EXPECT_EQ(data.cutters.count(), 2);
   EXPECT_EQ(errors, "");
 }
 
 TEST_F(MachineFile, ALineOf1024CharactersIsSkippedWithAWarningOnStandardErrorAndInTheLog) {
-  readMachines("A,1,G,90,1,1,1\n" + lineOfLength(1024) + "B,1,G,80,1,1,1\n");
+  readMachines("A,1,G,90,1,1,1\n" + machineLineOfLength(1024) + "B,1,G,80,1,1,1\n");
   const std::string warning = "Warning: Line 2 of " + fileName() + " is too long.\n";
   EXPECT_EQ(errors, warning);
   EXPECT_EQ(log.str(), warning);
@@ -185,13 +186,13 @@ TEST_F(MachineFile, ALineOf1024CharactersIsSkippedWithAWarningOnStandardErrorAnd
 }
 
 TEST_F(MachineFile, ALineOfAMillionCharactersIsSkippedWithTheWarning) {
-  readMachines(lineOfLength(1000000) + "B,1,G,80,1,1,1\n");
+  readMachines(machineLineOfLength(1000000) + "B,1,G,80,1,1,1\n");
   EXPECT_EQ(errors, "Warning: Line 1 of " + fileName() + " is too long.\n");
   EXPECT_EQ(data.cutters.count(), 1);
 }
 
 TEST_F(MachineFile, ALongLastLineWithoutALineBreakIsDiscardedInSilence) {
-  std::string bytes = lineOfLength(1024);
+  std::string bytes = machineLineOfLength(1024);
   bytes.pop_back();
   readMachines(bytes);
   EXPECT_EQ(data.cutters.count(), 0);

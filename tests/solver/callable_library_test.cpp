@@ -19,7 +19,6 @@ using ::testing::Each;
 using ::testing::ElementsAre;
 
 constexpr double kInf = std::numeric_limits<double>::infinity();
-constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 
 // minimise 2 a + 3 b, a + b >= 4, a + 3 b >= 6, a, b >= 0: a = 3, b = 1.
 TestLp twoByTwo() {

@@ -14,7 +14,6 @@ namespace {
 
 using ::testing::ElementsAre;
 
-constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 constexpr int kMostInt = std::numeric_limits<int>::max();
 
 // Two columns of three rows, 2 and 1 entries, with a gap in the arrays between them.

@@ -183,7 +183,7 @@ TEST(Reference, RandomCoveringPrograms) {
 
 TEST(Reference, ProgramsThatGrow) {
   RandomLps random(20264);
-  for (int n = 0; n < 300; ++n) {
+  for (int n = 0; n < 200; ++n) {
     const bool covering = n % 2 == 0;
     const TestLp lp = covering ? random.covering(5, 3) : random.general(5, 3);
     Session session;

@@ -12,7 +12,7 @@ namespace {
 using ::testing::ElementsAre;
 
 // A column for each of three rows, and two that serve all of them, the last one best.
-LinearProgram program() {
+LinearProgram coveringProgram() {
   return programOf({.cost = {1, 1, 1, 2, 1.5},
                     .matrix = {{1, 0, 0, 1, 1}, {0, 1, 0, 1, 1}, {0, 0, 1, 1, 1}},
                     .senses = "GGG",
@@ -22,7 +22,7 @@ LinearProgram program() {
 }
 
 TEST(Sifting, MovesInWhatImprovesTheWorkingSet) {
-  const LinearProgram lp = program();
+  const LinearProgram lp = coveringProgram();
   Sifting sifting(lp, {0, 1, 2}, {.leastMovedIn = 1});
   EXPECT_EQ(sifting.optimise(Method::kDual), Status::kOptimal);
   EXPECT_EQ(checkOptimal(lp, sifting.solution()), "");
@@ -30,14 +30,14 @@ TEST(Sifting, MovesInWhatImprovesTheWorkingSet) {
 }
 
 TEST(Sifting, HasNothingToMoveInAtTheOptimum) {
-  const LinearProgram lp = program();
+  const LinearProgram lp = coveringProgram();
   Sifting sifting(lp, {0, 1, 2}, {});
   ASSERT_EQ(sifting.optimise(Method::kPrimal), Status::kOptimal);
   EXPECT_FALSE(sifting.moveInViolated(sifting.solution().duals));
 }
 
 TEST(Sifting, TakesInColumnsWithoutPricingThem) {
-  const LinearProgram lp = program();
+  const LinearProgram lp = coveringProgram();
   Sifting sifting(lp, {0, 1, 2}, {});
   sifting.takeInFrom(3);
   EXPECT_THAT(sifting.working().columns(), ElementsAre(0, 1, 2, 3, 4));
@@ -46,7 +46,7 @@ TEST(Sifting, TakesInColumnsWithoutPricingThem) {
 }
 
 TEST(Sifting, DropsWhatIsBeyondTheThresholdAndKeepsTheBasis) {
-  const LinearProgram lp = program();
+  const LinearProgram lp = coveringProgram();
   Sifting sifting(lp, {0, 1, 2, 3, 4}, {.surplusPerRow = 1, .keptPerRow = 1});
   ASSERT_EQ(sifting.optimise(Method::kDual), Status::kOptimal);
   const Solution before = sifting.solution();
@@ -58,7 +58,7 @@ TEST(Sifting, DropsWhatIsBeyondTheThresholdAndKeepsTheBasis) {
 }
 
 TEST(Sifting, KeepsASmallWorkingSetWhole) {
-  const LinearProgram lp = program();
+  const LinearProgram lp = coveringProgram();
   Sifting sifting(lp, {0, 1, 2, 3, 4}, {});
   ASSERT_EQ(sifting.optimise(Method::kDual), Status::kOptimal);
   sifting.dropSurplus(sifting.solution().duals);
@@ -66,7 +66,7 @@ TEST(Sifting, KeepsASmallWorkingSetWhole) {
 }
 
 TEST(Sifting, HandsTheProgramOverAgainWhenItsNumbersGrow) {
-  LinearProgram lp = program();
+  LinearProgram lp = coveringProgram();
   Sifting sifting(lp, {0, 1, 2, 3, 4}, {});
   ASSERT_EQ(sifting.optimise(Method::kDual), Status::kOptimal);
   EXPECT_EQ(sifting.working().costScale(), 1.0);
@@ -83,7 +83,7 @@ TEST(Sifting, HandsTheProgramOverAgainWhenItsNumbersGrow) {
 }
 
 TEST(ObjectivesAgree, AtAnOptimumAlone) {
-  const LinearProgram lp = program();
+  const LinearProgram lp = coveringProgram();
   const Solution optimum{Status::kOptimal, {{4, 4.0}}, {0.5, 0.5, 0.5}};
   EXPECT_TRUE(objectivesAgree(lp, optimum));
   Solution perturbed = optimum;

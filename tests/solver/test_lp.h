@@ -2,12 +2,15 @@
 
 // A linear program as a test writes it down, and what the callable library answers to it.
 
+#include <limits>
 #include <string>
 #include <vector>
 
 #include "solver/callable_library.h"
 
 namespace corvane::lp::testing {
+
+inline constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 
 struct TestLp {
   int objectiveSense = 1;

@@ -14,7 +14,7 @@ using ::testing::IsEmpty;
 using ::testing::Pair;
 
 // Row 1 demands nothing; column 1 serves row 0 twice.
-LinearProgram program() {
+LinearProgram smallProgram() {
   return programOf({.cost = {1, 1},
                     .matrix = {{1, 2}, {1, 1}, {1, 0}},
                     .senses = "GGG",
@@ -24,7 +24,7 @@ LinearProgram program() {
 }
 
 TEST(WorkingLp, SolvesByEachMethod) {
-  const LinearProgram lp = program();
+  const LinearProgram lp = smallProgram();
   using Solve = Status (WorkingLp::*)();
   for (const Solve solve : {&WorkingLp::primal, &WorkingLp::dual, &WorkingLp::barrier}) {
     WorkingLp working(lp, {0, 1});
@@ -39,7 +39,7 @@ TEST(WorkingLp, SolvesByEachMethod) {
 }
 
 TEST(WorkingLp, HoldsTheColumnsThatItWasGiven) {
-  const LinearProgram lp = program();
+  const LinearProgram lp = smallProgram();
   WorkingLp working(lp, {0});
   ASSERT_EQ(working.primal(), Status::kOptimal);
   EXPECT_THAT(working.activities(), ElementsAre(Pair(0, DoubleNear(8, 1e-9))));
@@ -50,7 +50,7 @@ TEST(WorkingLp, HoldsTheColumnsThatItWasGiven) {
 }
 
 TEST(WorkingLp, ForbidsExcessAndTakesOtherCosts) {
-  const LinearProgram lp = program();
+  const LinearProgram lp = smallProgram();
   WorkingLp working(lp, {0, 1});
   working.setCost(0, 0.25);
   ASSERT_EQ(working.primal(), Status::kOptimal);
@@ -62,7 +62,7 @@ TEST(WorkingLp, ForbidsExcessAndTakesOtherCosts) {
 }
 
 TEST(WorkingLp, NoLongerFitsWhenNumbersOrRowsChange) {
-  LinearProgram lp = program();
+  LinearProgram lp = smallProgram();
   const WorkingLp working(lp, {0, 1});
   EXPECT_TRUE(working.stillFits());
   const ColumnPool column{.cost = {-1}, .lower = {0}, .upper = {1e20}, .row = {1}, .value = {-1}};

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "core/numbers.h"
 #include "core/skip_list.h"
 
 namespace corvane {
@@ -124,6 +125,12 @@ struct SkipListInspector {
     SkipNode *last = list.lastFound_;
     const bool known = last == nullptr || last == list.head_ || contains<SkipNode>(all, last);
     return known ? "" : "the last-found node is not in the list";
+  }
+};
+
+struct NumbersInspector : SkipListInspector<double> {
+  static std::string dump(const skipList<double> &list) {
+    return SkipListInspector::dump(list, [](double value) { return general(value); });
   }
 };
 
