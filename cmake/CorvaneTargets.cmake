@@ -25,6 +25,36 @@ target_include_directories(corvane_flags INTERFACE "${PROJECT_SOURCE_DIR}/src")
 target_compile_options(corvane_flags INTERFACE
   "$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
 
+# corvane_in_batches(): in this folder and those below, the sources of a target are compiled some twenty
+# at a time where CORVANE_IN_BATCHES is on: the headers and templates that they share take most of the
+# time. Names in unnamed namespaces must then differ within a target.
+macro(corvane_in_batches)
+  set(CMAKE_UNITY_BUILD ${CORVANE_IN_BATCHES})
+  set(CMAKE_UNITY_BUILD_BATCH_SIZE 20 CACHE STRING "Sources in a batch; 0: all of a target")
+endmacro()
+
+# corvane_no_false_alarms(): where GCC 12 inlines std::string's operations it sees copies out of bounds
+# that are not there (GCC bugs 105329 and 105651). From here on in this folder and those below it does
+# not look for them; Clang and the sanitizers do.
+macro(corvane_no_false_alarms)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    add_compile_options(-Wno-restrict -Wno-stringop-overflow -Wno-stringop-overread
+      -Wno-array-bounds)
+  endif()
+endmacro()
+
+# corvane_companion_flags(): from here on in this folder and those below, the flags are those of the
+# companions, and what is precompiled is what is precompiled for them.
+macro(corvane_companion_flags)
+  set(CORVANE_COMPANION_FLAGS "" CACHE STRING "Flags of the companions beyond those of the layers")
+  set(CORVANE_PRECOMPILED corvane_core)
+  if(CORVANE_COMPANION_FLAGS)
+    separate_arguments(companion_flags UNIX_COMMAND "${CORVANE_COMPANION_FLAGS}")
+    add_compile_options(${companion_flags})
+    set(CORVANE_PRECOMPILED corvane_formats)
+  endif()
+endmacro()
+
 # corvane_layer(NAME [DEPENDENCY ...]): the static library corvane_NAME of all sources in this
 # folder. The dependencies are the only layers whose headers it may include. A folder of headers
 # alone gives an interface library.
