@@ -3,6 +3,7 @@
 #include <fstream>
 #include <iostream>
 #include <sstream>
+#include <utility>
 
 #include "planning/freight_rate_file.h"
 #include "planning/machine_file.h"
@@ -26,8 +27,8 @@ class OutputToErrors {
 
 }  // namespace
 
-MillInputs::MillInputs(const RunParameters &parameters)
-    : parameters_(parameters), planning_(comparators_) {
+MillInputs::MillInputs(RunParameters parameters)
+    : parameters_(std::move(parameters)), planning_(comparators_) {
   const OutputToErrors redirection;
   std::ostringstream log;
   std::ifstream machines;

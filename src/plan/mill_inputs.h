@@ -10,7 +10,7 @@ namespace corvane::plan {
 // 1, as it does the run.
 class MillInputs {
  public:
-  explicit MillInputs(const RunParameters &parameters);
+  explicit MillInputs(RunParameters parameters);
 
   const RunParameters &parameters() const { return parameters_; }
   const PlanningData &planning() const { return planning_; }

@@ -15,6 +15,10 @@ constexpr double kWantedRolls = 2 * kLeastRolls;
 // The first row holds what is unmet.
 constexpr int kUnmetRow = 0;
 
+double sum(const std::vector<double> &values, const std::vector<double> &factors) {
+  return std::inner_product(values.begin(), values.end(), factors.begin(), 0.0);
+}
+
 }  // namespace
 
 ReelNeighbourhood::ReelNeighbourhood(const ReelSpace &space, const ReelPlan &plan,
@@ -38,27 +42,29 @@ void ReelNeighbourhood::freeColumns(const std::vector<int> &reels) {
   std::vector<int> touched;
   for (const int column : reels) {
     free(column);
-    for (const int row : space_.rowsOf(column)) {
-      if (rows_.try_emplace(row, 0).second) {
-        touched.push_back(row);
-      }
-    }
+    touchRowsOf(column, touched);
   }
   // The stores behind splits come in too while the list grows.
   for (std::size_t i = 0; i < touched.size(); ++i) {
     if (space_.lp().row(touched[i]).kind == RowKind::kSplit) {
       for (const int column : space_.columnsOf(touched[i])) {
-        for (const int row : space_.rowsOf(column)) {
-          if (space_.lp().column(column).kind == ColumnKind::kSplit &&
-              rows_.try_emplace(row, 0).second) {
-            touched.push_back(row);
-          }
+        if (space_.lp().column(column).kind == ColumnKind::kSplit) {
+          touchRowsOf(column, touched);
         }
       }
     }
   }
   for (const int row : touched) {
     freeRollsOf(row);
+  }
+}
+
+// Appends those that were not touched before.
+void ReelNeighbourhood::touchRowsOf(int column, std::vector<int> &touched) {
+  for (const int row : space_.rowsOf(column)) {
+    if (rows_.try_emplace(row, 0).second) {
+      touched.push_back(row);
+    }
   }
 }
 
@@ -171,11 +177,6 @@ WholeAnswer ReelNeighbourhood::costLess(WholeLimits limits, double unmet, double
     model.upper[at] = weights_[at] > 0 ? 0 : model.upper[at];
   }
   return solveWhole(model, limits);
-}
-
-double ReelNeighbourhood::sum(const std::vector<double> &values,
-                              const std::vector<double> &factors) const {
-  return std::inner_product(values.begin(), values.end(), factors.begin(), 0.0);
 }
 
 ReelPlan ReelNeighbourhood::planWith(const std::vector<double> &values) const {

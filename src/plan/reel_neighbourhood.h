@@ -35,6 +35,7 @@ class ReelNeighbourhood {
 
  private:
   void freeColumns(const std::vector<int> &reels);
+  void touchRowsOf(int column, std::vector<int> &touched);
   void freeRollsOf(int row);
   void free(int column);
   int addRow(int row);
@@ -42,7 +43,6 @@ class ReelNeighbourhood {
   double fixedLoad(int row) const;
   WholeAnswer deliverMore(WholeLimits limits) const;
   WholeAnswer costLess(WholeLimits limits, double unmet, double cost) const;
-  double sum(const std::vector<double> &values, const std::vector<double> &factors) const;
   ReelPlan planWith(const std::vector<double> &values) const;
 
   const ReelSpace &space_;

@@ -31,7 +31,7 @@ class Model {
 
   Cbc_Model *get() const { return static_cast<Cbc_Model *>(model_.get()); }
 
-  void set(const char *parameter, const std::string &value) {
+  void set(const char *parameter, const std::string &value) const {
     Cbc_setParameter(get(), parameter, value.c_str());
   }
 
@@ -39,7 +39,7 @@ class Model {
   std::unique_ptr<void, DeleteModel> model_;
 };
 
-void setLimits(Model &model, const WholeLimits &limits) {
+void setLimits(const Model &model, const WholeLimits &limits) {
   model.set("log", "0");
   Cbc_setLogLevel(model.get(), 0);
   model.set("maxNodes", std::to_string(limits.nodes));
@@ -56,7 +56,7 @@ void setLimits(Model &model, const WholeLimits &limits) {
 }  // namespace
 
 WholeAnswer solveWhole(const LinearModel &program, const WholeLimits &limits) {
-  Model model(program);
+  const Model model(program);
   setLimits(model, limits);
   Cbc_solve(model.get());
   WholeAnswer answer;
