@@ -85,5 +85,11 @@ TEST(PatternPool, WhatTheMillDoesNotHaveIsCountedOrRefused) {
   EXPECT_THROW(Pooled(millWith({{50}}), {other}), network::Refused);
 }
 
+TEST(PatternPool, ACutterOfAnotherDeckleWidthIsAnother) {
+  TestMill other = millWith({{30, 30}});
+  other.cutters[0].deckle = 90;
+  EXPECT_THROW(Pooled(millWith({{50}}), {other}), network::Refused);
+}
+
 }  // namespace
 }  // namespace corvane::plan

@@ -272,6 +272,13 @@ TEST_F(ImproveRun, TellsTheBoundAndTheGapWhereTimeEndsIt) {
                 fixed(bound, 0) + ", " + general(100 * (1 - bound / cost(plan))) + " % less\n"));
 }
 
+// The bound of an early round may be below 0, which no plan costs.
+TEST_F(ImproveRun, TellsNoBoundBelowNothing) {
+  const QJsonObject plan = improve(wideMill(42), 1);
+  ASSERT_LT(plan["solver"]["improve_cost_bound"].toDouble(), 0.0);
+  EXPECT_THAT(out_.str(), HasSubstr(" can bring it below 0, 100 % less\n"));
+}
+
 TEST_F(ImproveRun, TellsOfRollsThatStayUnmet) {
   const QJsonObject whole = improve(wideMill(7), 0);
   EXPECT_EQ(whole["solver"]["improve_complete"].toInt(), 1);

@@ -244,6 +244,18 @@ TEST_F(PlanProgram, WholeReelsAreWhole) {
   EXPECT_EQ(total(planOf(importText(mill)), "reels"), 11);
 }
 
+// As above, once the pattern of two rolls is found: with the model's own, 21 reels.
+TEST_F(PlanProgram, BetterPatternsRunInWholeReels) {
+  TestMill mill = smallMill();
+  mill.orders[0].rolls = 21;
+  mill.cutters[0].patterns = {{50}, {30, 30}};  // a file alone has patterns of at most two rolls
+  const std::string text = importText(mill);
+  EXPECT_EQ(total(planOf(text, {"--whole-reels"}), "reels"), 21);
+  const QJsonObject whole = planOf(text, {"--improve", "--whole-reels"});
+  EXPECT_EQ(total(whole, "reels"), 11);
+  EXPECT_NEAR(cost(whole), 11 * 10 + 21 * 5 + 50 * 2, 1e-6);
+}
+
 // The first plan is within any gap of a million percent, so nothing is looked for.
 TEST_F(PlanProgram, AGapAndATimeEndTheSearchForWholeReels) {
   TestMill mill = smallMill();
