@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "solver/test_lp.h"
+
 namespace corvane::lp::testing {
 namespace {
 
