@@ -51,7 +51,8 @@ look_at_programs() {  # look_at_programs PREFIX
 }
 
 if [ $# -eq 0 ]; then
-  cmake -G Ninja -S . -B "$build" -DCMAKE_BUILD_TYPE=Release -DCORVANE_BUILD_TESTS=OFF
+  cmake -G Ninja -S . -B "$build" -DCMAKE_BUILD_TYPE=Release -DCORVANE_BUILD_TESTS=OFF \
+    -DCORVANE_IN_BATCHES=ON
   cmake --build "$build"
 fi
 rm -f "$build"/corvane_*.deb
