@@ -8,9 +8,9 @@ namespace corvane::convert {
 namespace {
 
 struct EncodingFacts {
-  Encoding encoding;
-  const char *name;
-  QStringConverter::Encoding converter;
+  Encoding encoding = Encoding::kUtf8;
+  const char *name = "";
+  QStringConverter::Encoding converter = QStringConverter::Utf8;
   QByteArrayView mark;
 };
 

@@ -251,6 +251,7 @@ bool LinearSolver::writeMps(const std::string &path, const std::vector<std::stri
                             const std::vector<int> &whole) {
   ClpSimplex &simplex = clp_->simplex;
   std::vector<std::string> rowNames;
+  rowNames.reserve(static_cast<std::size_t>(simplex.numberRows()));
   for (int row = 0; row < simplex.numberRows(); ++row) {
     rowNames.push_back("row_" + std::to_string(row));
   }
