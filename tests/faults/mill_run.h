@@ -28,9 +28,10 @@ class MillRun {
   std::filesystem::path folder() const { return folder_.path(); }
   std::filesystem::path data(const std::string &name) const { return folder() / "data" / name; }
 
-  // The four input files: one grade, two widths, two periods, one customer, and a seed.
   static constexpr const char *kInputs[] = {"Parameters.data", "machines.data", "orders.data",
                                             "freightRates.data"};
+
+  // The four input files: one grade, two widths, two periods, one customer, and a seed.
   static constexpr const char *kParameters =
       "rand num gen seed=7\nnew patterns per iteration=10\nstop generating threshold=100\n";
   static constexpr const char *kMachines = "Mill,C1,G,100,46,68,13\n";
