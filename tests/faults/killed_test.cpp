@@ -29,7 +29,7 @@ std::string inputsOf(const MillRun &mill) {
 
 // CORVANE_FULL_SWEEP takes more.
 std::size_t attempts() {
-  return std::getenv("CORVANE_FULL_SWEEP") != nullptr ? 300 : 8;
+  return std::getenv("CORVANE_FULL_SWEEP") != nullptr ? 300 : 6;
 }
 
 class KilledRun : public testing::Test {
